@@ -1,0 +1,36 @@
+# The native build: the portable engines as 32-bit Linux code over the fake
+# operating-system seam, for sanitizers, fuzzing and instruction counts.
+if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+  message(FATAL_ERROR "the native build needs clang (CC=clang CXX=clang++): libFuzzer is clang's")
+endif()
+add_compile_options(-m32)
+add_link_options(-m32)
+
+set(QV_SANITIZE -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+set(QV_NATIVE_INCLUDES ${CMAKE_SOURCE_DIR}/include ${CMAKE_SOURCE_DIR}/resources ${CMAKE_SOURCE_DIR}/tests/native)
+
+# The engines and the fake seam, once for tests and once with the coverage
+# instrumentation libFuzzer steers by.
+foreach(kind test fuzz)
+  add_library(qvnative_${kind} STATIC ${QV_PORTABLE_SOURCES} ${CMAKE_SOURCE_DIR}/tests/native/fake_os.cpp)
+  target_include_directories(qvnative_${kind} PUBLIC ${QV_NATIVE_INCLUDES})
+  target_compile_options(qvnative_${kind} PRIVATE ${QV_LIBRARY_FLAGS})
+  target_compile_options(qvnative_${kind} PUBLIC ${QV_SANITIZE})
+  target_link_options(qvnative_${kind} PUBLIC ${QV_SANITIZE})
+endforeach()
+target_compile_options(qvnative_fuzz PRIVATE -fsanitize=fuzzer-no-link)
+
+set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
+set(BUILD_GMOCK OFF CACHE BOOL "" FORCE)
+add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
+foreach(t gtest gtest_main)
+  target_compile_options(${t} PRIVATE ${QV_SANITIZE})
+endforeach()
+
+add_subdirectory(tests/native)
+if(EXISTS ${CMAKE_SOURCE_DIR}/tests/fuzz/CMakeLists.txt)
+  add_subdirectory(tests/fuzz)
+endif()
+if(EXISTS ${CMAKE_SOURCE_DIR}/bench/CMakeLists.txt)
+  add_subdirectory(bench)
+endif()

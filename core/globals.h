@@ -1,0 +1,27 @@
+/*
+ * Library-wide globals: set once by start-up and read throughout the library.
+ */
+#ifndef QV_CORE_GLOBALS_H
+#define QV_CORE_GLOBALS_H
+
+#include "qvtypes.h"
+
+extern HMODULE LibraryModule;      /* this library's own module */
+extern HMODULE ResourceModule;     /* the resource library holding every user-visible text */
+extern char *AppNameText;          /* string 1: last-resort caption of error boxes */
+extern char *FallbackMessageText;  /* string 10003: shown when a message cannot be */
+extern char *ProfileFileName;      /* string 9: the library's private profile file */
+extern char *ReservedText800;      /* strings 800 and 801: loaded and kept, not used here */
+extern char *ReservedText801;
+extern UINT HelpMessage;           /* the registered "WM_VEL_HELP" message */
+extern int Initialised;            /* 1 after a successful start */
+extern int32_t InstanceCount;      /* DrailufInstanceStart calls not yet stopped */
+
+/*
+ * Loads a string of ResourceModule into its own zero-filled local block of
+ * exactly its length plus one.  On failure records RV_OutOfLocalMemory or
+ * RV_StringNonExistant and returns null.
+ */
+char *qvLoadLocalText(uint32_t id);
+
+#endif /* QV_CORE_GLOBALS_H */

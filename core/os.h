@@ -1,0 +1,50 @@
+/*
+ * The operating-system seam.
+ *
+ * The portable engines (error recording, formatting, dates, text utilities,
+ * tree links, stream codecs) reach the operating system only through these
+ * few functions.  The DLL implements them on the platform (os_win.cpp); the
+ * native test build implements them with a controllable fake, so the engines
+ * can run under sanitizers with a settable clock, injected allocation
+ * failures and a string table of the test's choosing.
+ */
+#ifndef QV_CORE_OS_H
+#define QV_CORE_OS_H
+
+#include "qvtypes.h"
+
+/* Broken-down local time, as the platform's SYSTEMTIME. */
+struct OsTime {
+    uint16_t Year, Month, DayOfWeek, Day, Hour, Minute, Second, Milliseconds;
+};
+
+/* The calling thread's last system error code. */
+uint32_t osGetLastError();
+void osSetLastError(uint32_t code);
+
+/* Ends the process at once with this exit code. */
+[[noreturn]] void osExitProcess(uint32_t code);
+
+/* Zero-filled local block, or null. */
+void *osLocalAlloc(size_t bytes);
+void osLocalFree(void *block);
+
+/* Movable zero-filled global block (a handle, not an address), or null. */
+HGLOBAL osGlobalAlloc(size_t bytes);
+void *osGlobalLock(HGLOBAL block);
+void osGlobalUnlock(HGLOBAL block);
+void osGlobalFree(HGLOBAL block);
+/* The handle of a block from the address osGlobalLock gave. */
+HGLOBAL osGlobalHandle(const void *address);
+
+/* Loads string resource id of module into buffer (room bytes with the NUL);
+   the text's length, 0 when the string does not exist. */
+int osLoadString(HMODULE module, uint32_t id, char *buffer, int room);
+
+/* Milliseconds since the system started; wraps after 49.7 days. */
+uint32_t osTickCount();
+
+/* The local date and time now. */
+void osLocalTime(OsTime *now);
+
+#endif /* QV_CORE_OS_H */

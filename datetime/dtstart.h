@@ -1,0 +1,12 @@
+/*
+ * Start of the date and time engine, called once by library start-up.
+ */
+#ifndef QV_DATETIME_DTSTART_H
+#define QV_DATETIME_DTSTART_H
+
+#include "qvtypes.h"
+
+/* Fills the settings cache and the word tables; nonzero on success. */
+int qvDateTimeStart(HMODULE libraryModule);
+
+#endif /* QV_DATETIME_DTSTART_H */

@@ -1,0 +1,1 @@
+# dialogs: nothing built yet.

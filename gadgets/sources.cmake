@@ -1,0 +1,1 @@
+# gadgets: nothing built yet.

@@ -1,0 +1,1 @@
+# graphics: nothing built yet.

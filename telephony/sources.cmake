@@ -1,0 +1,2 @@
+# Telephone dialing.
+list(APPEND QV_WINDOWS_SOURCES telephony/telephony.cpp)

@@ -1,0 +1,132 @@
+/*
+ * The loaded library: its exports, what start-up left behind, the instance
+ * bracket, and defensive endings in child processes.
+ */
+#include <gtest/gtest.h>
+#include <string.h>
+
+#include <string>
+
+#include "qviso32.h"
+
+namespace {
+
+HMODULE library() { return GetModuleHandleA("qviso32.dll"); }
+
+/* Runs a child program of the test folder and returns its exit code. */
+DWORD runChild(const std::string &commandLine)
+{
+    STARTUPINFOA si{};
+    si.cb = sizeof si;
+    PROCESS_INFORMATION pi{};
+    std::string line = commandLine;
+    if (!CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &si, &pi))
+        return 0xDEADBEEF;
+    WaitForSingleObject(pi.hProcess, 60000);
+    DWORD code = 0xDEADBEEF;
+    GetExitCodeProcess(pi.hProcess, &code);
+    CloseHandle(pi.hThread);
+    CloseHandle(pi.hProcess);
+    return code;
+}
+
+TEST(Exports, EveryNameIsExportedUndecorated)
+{
+    const char *const names[] = {
+        "OSErrorSetErrorInfo", "OSErrorGetErrorValue", "OSErrorClearError", "OSErrorGetErrorInfo",
+        "OSErrorSetErrorMode", "OSErrorSetContext", "OSErrorRegisterCallback",
+        "OSErrorRegisterVFToPFCallBack", "DefenceStart", "DefenceQuit", "OSErrorGetDefenceSettings",
+        "DrailufInstanceStart", "DrailufInstanceStop", "OSGetVersionInfo", "NetDLLGetVersion",
+        "ResourceGetHandle", "OSGet2CharacterLanguageString", "OSGetProfileInt", "OSWaitInit",
+        "SeedRnd", "Rnd", "TelephonyStart", "Telephony_Initialize", "IsTelephonyEnabled",
+    };
+    for (const char *name : names)
+        EXPECT_NE(GetProcAddress(library(), name), nullptr) << name;
+    EXPECT_EQ(GetProcAddress(library(), "OSErrorGetErrorValue@0"), nullptr);
+    EXPECT_EQ(GetProcAddress(library(), "_OSErrorSetErrorMode@8"), nullptr);
+}
+
+TEST(Exports, CallingByNameReachesTheSameState)
+{
+    using GetInfo = OSErrorInfo *(WINAPI *)(void);
+    auto getInfo = reinterpret_cast<GetInfo>(reinterpret_cast<void *>(GetProcAddress(library(), "OSErrorGetErrorInfo")));
+    ASSERT_NE(getInfo, nullptr);
+    EXPECT_EQ(getInfo(), OSErrorGetErrorInfo());
+}
+
+TEST(StartUp, LeavesTheResourceLibraryLoadedAndTheErrorStateReset)
+{
+    EXPECT_NE(ResourceGetHandle(), nullptr);
+    EXPECT_EQ(ResourceGetHandle(), GetModuleHandleA("XQ1C30EN.DLL"));
+    EXPECT_STREQ(OSGet2CharacterLanguageString(), "EN");
+
+    OSErrorInfo *info = OSErrorGetErrorInfo();
+    EXPECT_EQ(info->IsSet, 0u);
+    ASSERT_NE(info->VirtualFile, nullptr);
+    EXPECT_EQ(info->VirtualFile->Marker, 0xFFFFFFFFu);
+    // The default modes are in place: RV_Failure 1, the broken-invariant codes 0.
+    EXPECT_EQ(OSErrorSetErrorMode(RV_Failure, 1), 1u);
+    EXPECT_EQ(OSErrorSetErrorMode(RV_TreeBroken, 0), 0u);
+    EXPECT_EQ(OSErrorSetErrorMode(RV_NoFile, 2), 2u);
+
+    OSDefenceSettings *defence = OSErrorGetDefenceSettings();
+    EXPECT_EQ(defence->Module, library());
+    EXPECT_EQ(defence->Enabled, 1u);
+    EXPECT_STREQ(defence->Title, "Sorry! Defensive programming detected an unexpected condition");
+    EXPECT_STREQ(defence->MessageEnd, "Error: '%s'.\nApplication will close");
+    EXPECT_NE(strstr(defence->MessageAsk, "QVERR.LOG"), nullptr);
+}
+
+TEST(StartUp, TelephonyIsEnabledWhenTheSystemLibraryLoads)
+{
+    EXPECT_EQ(IsTelephonyEnabled(), GetModuleHandleA("TAPI32.DLL") != nullptr);
+    EXPECT_EQ(Telephony_Initialize(nullptr), 1);
+    EXPECT_FALSE(IsTelephonyEnabled());
+    EXPECT_EQ(TelephonyStart(0), 1);
+    EXPECT_TRUE(IsTelephonyEnabled());
+}
+
+TEST(Instance, StartReadsTheSystemVersionAndEveryCallSucceeds)
+{
+    EXPECT_EQ(DrailufInstanceStart(0, 0), 1);
+    EXPECT_EQ(DrailufInstanceStart(7, 9), 1);
+    OSVERSIONINFOA *version = OSGetVersionInfo();
+    EXPECT_EQ(version->dwOSVersionInfoSize, 148u);
+    OSVERSIONINFOA expected{};
+    expected.dwOSVersionInfoSize = sizeof expected;
+    ASSERT_TRUE(GetVersionExA(&expected));
+    EXPECT_EQ(version->dwMajorVersion, expected.dwMajorVersion);
+    EXPECT_EQ(version->dwBuildNumber, expected.dwBuildNumber);
+    for (int i = 0; i < 3; i++)
+        EXPECT_EQ(DrailufInstanceStop(0), 1);
+}
+
+TEST(Instance, NetVersionWritesOneTerminator)
+{
+    char buffer[4] = {'Z', 'Z', 'Z', 'Z'};
+    EXPECT_EQ(NetDLLGetVersion(buffer), 1);
+    EXPECT_EQ(buffer[0], '\0');
+    EXPECT_EQ(buffer[1], 'Z');
+}
+
+TEST(Defence, EndingsInChildProcesses)
+{
+    struct Case {
+        const char *command;
+        DWORD exitCode;
+    } const cases[] = {
+        {"child_defence.exe defensive", 255},
+        {"child_defence.exe allow", 255},
+        {"child_defence.exe failure", 255},
+        {"child_defence.exe quit", 0},
+        {"child_defence.exe veto", 0},
+        {"child_defence.exe start", 0},
+        // A resource library without the fallback text: start-up records
+        // RV_StringNonExistant while every code is still defensive.
+        {"broken\\child_defence.exe start", 255},
+    };
+    for (const Case &c : cases)
+        EXPECT_EQ(runChild(c.command), c.exitCode) << c.command;
+}
+
+} // namespace
