@@ -9,16 +9,20 @@ add_link_options(-m32)
 set(QV_SANITIZE -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
 set(QV_NATIVE_INCLUDES ${CMAKE_SOURCE_DIR}/include ${CMAKE_SOURCE_DIR}/resources ${CMAKE_SOURCE_DIR}/tests/native)
 
-# The engines and the fake seam, once for tests and once with the coverage
-# instrumentation libFuzzer steers by.
-foreach(kind test fuzz)
+# The engines and the fake seam, three times: for the tests (sanitizers), for
+# the fuzz targets (sanitizers and the coverage instrumentation libFuzzer
+# steers by), and for the benchmarks (optimised, uninstrumented).
+foreach(kind test fuzz bench)
   add_library(qvnative_${kind} STATIC ${QV_PORTABLE_SOURCES} ${CMAKE_SOURCE_DIR}/tests/native/fake_os.cpp)
   target_include_directories(qvnative_${kind} PUBLIC ${QV_NATIVE_INCLUDES})
   target_compile_options(qvnative_${kind} PRIVATE ${QV_LIBRARY_FLAGS})
+endforeach()
+foreach(kind test fuzz)
   target_compile_options(qvnative_${kind} PUBLIC ${QV_SANITIZE})
   target_link_options(qvnative_${kind} PUBLIC ${QV_SANITIZE})
 endforeach()
 target_compile_options(qvnative_fuzz PRIVATE -fsanitize=fuzzer-no-link)
+target_compile_options(qvnative_bench PUBLIC -O2 -DNDEBUG)
 
 set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
 set(BUILD_GMOCK OFF CACHE BOOL "" FORCE)
@@ -28,9 +32,5 @@ foreach(t gtest gtest_main)
 endforeach()
 
 add_subdirectory(tests/native)
-if(EXISTS ${CMAKE_SOURCE_DIR}/tests/fuzz/CMakeLists.txt)
-  add_subdirectory(tests/fuzz)
-endif()
-if(EXISTS ${CMAKE_SOURCE_DIR}/bench/CMakeLists.txt)
-  add_subdirectory(bench)
-endif()
+add_subdirectory(tests/fuzz)
+add_subdirectory(bench)

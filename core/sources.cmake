@@ -1,8 +1,14 @@
-# Isolation core: start-up, settings, files, formatting, wait cursor, timers, trees.
+# Isolation core.
+# start-up, instances and the resource library
 list(APPEND QV_PORTABLE_SOURCES core/globals.cpp)
-list(APPEND QV_WINDOWS_SOURCES
-    core/os_win.cpp
-    core/resource.cpp
-    core/startup.cpp
-    core/profile.cpp
-    core/waitcursor.cpp)
+list(APPEND QV_WINDOWS_SOURCES core/os_win.cpp core/resource.cpp core/startup.cpp)
+# profile settings
+list(APPEND QV_WINDOWS_SOURCES core/profile.cpp)
+# files and locking
+
+# formatting and memory
+
+# wait cursor, timers and messages
+list(APPEND QV_WINDOWS_SOURCES core/waitcursor.cpp)
+# tree links
+

@@ -27,14 +27,24 @@ HMODULE QVAPI ResourceGetHandle(void);
 /* The user's language as two capital letters ("EN" for English); a static text. */
 const char *QVAPI OSGet2CharacterLanguageString(void);
 
+/* ---- profile settings */
+
 /* Reads an integer setting: section (a registry path below the current user),
    key, default, profile file name (named by failure records only), flags (ignored). */
 uint32_t QVAPI OSGetProfileInt(const char *section, const char *key, uint32_t defaultValue,
                                const char *fileName, uint32_t flags);
 
+/* ---- files and locking */
+
+/* ---- formatting and memory */
+
+/* ---- wait cursor, timers and messages */
+
 /* Loads the eight wait-cursor frames of the resource library; 1, or 0 after
    recording RV_UserError.  Called by start-up. */
 int QVAPI OSWaitInit(void);
+
+/* ---- tree links */
 
 QV_EXTERN_C_END
 

@@ -92,6 +92,10 @@ void QVAPI DefenceQuit(void);
 /* The defensive settings (texts for the application's defensive message boxes). */
 OSDefenceSettings *QVAPI OSErrorGetDefenceSettings(void);
 
+/* ---- error texts */
+
+/* ---- error presentation */
+
 QV_EXTERN_C_END
 
 #ifdef __cplusplus
