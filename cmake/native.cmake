@@ -31,6 +31,9 @@ foreach(t gtest gtest_main)
   target_compile_options(${t} PRIVATE ${QV_SANITIZE})
 endforeach()
 
+# Sanitizer settings for every native test run: leaks are faults, except the
+# documented ones listed in the suppressions file.
+set(QV_SANITIZER_ENV "ASAN_OPTIONS=detect_leaks=1;LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/native/lsan.supp;UBSAN_OPTIONS=print_stacktrace=1")
 add_subdirectory(tests/native)
 add_subdirectory(tests/fuzz)
 add_subdirectory(bench)
