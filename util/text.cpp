@@ -3,6 +3,8 @@
  * decimal readers, the first-line cutter and the format-driven argument
  * scanner.  Whitespace is the space and the tab only; line ends are CR and LF.
  */
+#include <type_traits>
+
 #include "qvutil.h"
 
 namespace {
@@ -11,19 +13,20 @@ bool isBlank(char c) { return c == ' ' || c == '\t'; }
 bool isLineEnd(char c) { return c == '\r' || c == '\n'; }
 
 /* Every reader works the same way: skip blanks, then digits accumulate in
-   the result's own width, wrapping; a sign or anything else stops it. */
+   the result's own width, wrapping (in unsigned arithmetic, so a signed
+   result wraps too); a sign or anything else stops it. */
 template <typename T>
 char *readDecimal(const char *text, T *value)
 {
-    T result = 0;
+    std::make_unsigned_t<T> result = 0;
     if (text) {
         while (isBlank(*text))
             text++;
         for (; *text >= '0' && *text <= '9'; text++)
-            result = static_cast<T>(result * 10u + static_cast<T>(*text - '0'));
+            result = static_cast<std::make_unsigned_t<T>>(result * 10u + static_cast<unsigned>(*text - '0'));
     }
     if (value)
-        *value = result;
+        *value = static_cast<T>(result);
     return const_cast<char *>(text);
 }
 
@@ -60,28 +63,10 @@ char *QVAPI StripTrailingSpaces(char *text)
     return text;
 }
 
-char *QVAPI AtoI(const char *text, int32_t *value)
-{
-    uint32_t read;
-    char *next = readDecimal(text, &read);
-    if (value)
-        *value = static_cast<int32_t>(read);
-    return next;
-}
-
+char *QVAPI AtoI(const char *text, int32_t *value) { return readDecimal(text, value); }
 char *QVAPI AtoUI(const char *text, uint32_t *value) { return readDecimal(text, value); }
-
-char *QVAPI AtoL(const char *text, LONG *value)
-{
-    uint32_t read;
-    char *next = readDecimal(text, &read);
-    if (value)
-        *value = static_cast<LONG>(read);
-    return next;
-}
-
+char *QVAPI AtoL(const char *text, LONG *value) { return readDecimal(text, value); }
 char *QVAPI AtoDW(const char *text, DWORD *value) { return readDecimal(text, value); }
-
 char *QVAPI AtoB(const char *text, BYTE *value) { return readDecimal(text, value); }
 
 char *QVAPI OneLine(char *text, uint32_t max)
