@@ -37,7 +37,7 @@ char *QVAPI AtoB(const char *text, BYTE *value);
    a field, %s copies up to a comma (or the closing quote), %d and %l read a
    32-bit number, %b an 8-bit one (it keeps its destination for the next
    conversion unless written %fb); anything else must match.  *ok (may be
-   null) is 1 after a full match, lower after a mismatch.  Destinations have
+   null) is 1 after a full match, 0 after a mismatch.  Destinations have
    no length: a %s destination must hold the rest of the input and its NUL. */
 void QVCDECL ArgScan(const char *input, int *ok, const char *format, ...);
 
@@ -45,8 +45,8 @@ void QVCDECL ArgScan(const char *input, int *ok, const char *format, ...);
 char *QVAPI OneLine(char *text, uint32_t max);
 
 /* Writes value in roman numerals (lower case, or upper case when upper is
-   nonzero) into buffer, or into a static buffer of 127 characters when
-   buffer is null; 0 gives "".  size counts groups, not characters (each
+   nonzero) into buffer, or into a static buffer (size 127) when buffer
+   is null; 0 gives "".  size counts groups, not characters (each
    thousand is a group, each other decimal digit one group of up to four
    letters), so buffer must hold size + 10 bytes.  Returns the numeral, or
    null with RV_BadParms when a buffer comes with size 0. */
