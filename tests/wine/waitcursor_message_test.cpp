@@ -70,6 +70,7 @@ protected:
     }
 };
 
+
 std::string resourceText(UINT id)
 {
     char text[512] = "";
@@ -100,6 +101,39 @@ TEST_F(Boxes, AGoneOwnerFallsBackToASystemModalBox)
     EXPECT_EQ(Seen[0].text, "The file x could not be found.");
     EXPECT_TRUE(Seen[0].topmost);
     EXPECT_FALSE(Seen[0].icon);
+}
+
+/* Refuses the creation of the next `BoxesToRefuse` message boxes. */
+int BoxesToRefuse;
+LRESULT CALLBACK refuseBoxes(int code, WPARAM wp, LPARAM lp)
+{
+    char cls[32] = "";
+    if (code == HCBT_CREATEWND && BoxesToRefuse > 0 && GetClassNameA(reinterpret_cast<HWND>(wp), cls, sizeof cls) &&
+        std::string(cls) == "#32770") {
+        BoxesToRefuse--;
+        return 1;
+    }
+    return CallNextHookEx(nullptr, code, wp, lp);
+}
+
+TEST_F(Boxes, RefusedBoxesFallBackToSystemModalThenToTheFallbackText)
+{
+    HHOOK refuse = SetWindowsHookExA(WH_CBT, refuseBoxes, nullptr, GetCurrentThreadId());
+    ASSERT_NE(refuse, nullptr);
+    Answer = IDYES;
+    BoxesToRefuse = 1;
+    EXPECT_EQ(OSMessage(nullptr, ResourceGetHandle(), "Once", IDS_ERR_NO_FILE, MB_YESNO, "x"), IDYES);
+    BoxesToRefuse = 2;
+    Answer = IDOK;
+    EXPECT_EQ(OSMessage(nullptr, ResourceGetHandle(), "Twice", IDS_ERR_NO_FILE, MB_YESNO, "x"), 2);
+    UnhookWindowsHookEx(refuse);
+    ASSERT_EQ(Seen.size(), 2u);
+    EXPECT_EQ(Seen[0].text, "The file x could not be found.");
+    EXPECT_TRUE(Seen[0].topmost && Seen[0].yes);
+    EXPECT_EQ(Seen[1].text, resourceText(IDS_FALLBACK_MESSAGE));
+    EXPECT_EQ(Seen[1].caption, "Twice");
+    EXPECT_TRUE(Seen[1].topmost && Seen[1].ok && Seen[1].icon);
+    EXPECT_FALSE(Seen[1].yes);
 }
 
 TEST_F(Boxes, AnUnknownStringShowsNothingAndIsRecorded)
