@@ -1,5 +1,5 @@
 /*
- * The wait cursor, OSMessage and the timer pass-throughs in the real DLL.
+ * The wait cursor and OSMessage in the real DLL.
  * Message boxes are answered by a hook on this thread that records what
  * each box showed (text, caption, buttons, icon, whether it is topmost).
  */
@@ -247,24 +247,6 @@ TEST_F(WaitCursor, AnEscapeBeforeTheWaitIsIgnored)
     EXPECT_EQ(OSReWait(1), 0);
     EXPECT_TRUE(Seen.empty());
     OSUnWait();
-}
-
-int Ticks;
-void CALLBACK countTick(HWND, UINT, UINT_PTR, DWORD) { Ticks++; }
-
-TEST(Timers, PassThroughToThePlatform)
-{
-    Ticks = 0;
-    UINT_PTR id = OSSetTimer(nullptr, 0, 10, countTick);
-    ASSERT_NE(id, 0u);
-    MSG msg;
-    for (DWORD end = GetTickCount() + 2000; Ticks < 2 && GetTickCount() < end;)
-        if (GetMessageA(&msg, nullptr, 0, 0))
-            DispatchMessageA(&msg);
-    EXPECT_GE(Ticks, 2);
-    EXPECT_TRUE(OSKillTimer(nullptr, static_cast<uint32_t>(id)));
-    EXPECT_FALSE(OSKillTimer(nullptr, static_cast<uint32_t>(id)));
-    EXPECT_EQ(OSTimerTestReincarnate(1, 2), 1);
 }
 
 } // namespace
