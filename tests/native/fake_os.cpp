@@ -259,7 +259,7 @@ char narrow(uint16_t unit) { return unit < 0x100 ? static_cast<char>(unit) : '?'
 
 } // namespace
 
-int osFormat(char *out, const char *spec, va_list args)
+int osFormat(char *out, const char *text, va_list args)
 {
     constexpr int kLimit = 1024;
     char *p = out;
@@ -267,15 +267,15 @@ int osFormat(char *out, const char *spec, va_list args)
     // Unlike the platform, never write past the buffer, whatever the format.
     auto put = [&](char c) { if (p < end) *p++ = c; };
     int room = kLimit;
-    while (*spec && room > 1) {
-        if (*spec != '%' || spec[1] == '%') {
-            spec += *spec == '%';
-            put(*spec++);
+    while (*text && room > 1) {
+        if (*text != '%' || text[1] == '%') {
+            text += *text == '%';
+            put(*text++);
             room--;
             continue;
         }
         Conversion c;
-        spec = parseConversion(spec + 1, c);
+        text = parseConversion(text + 1, c);
         char ch = 0;
         uint16_t wch = 0;
         const char *str = nullptr;
