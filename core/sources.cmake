@@ -11,4 +11,5 @@ list(APPEND QV_WINDOWS_SOURCES core/profile.cpp)
 # wait cursor, timers and messages
 list(APPEND QV_WINDOWS_SOURCES core/waitcursor.cpp)
 # tree links
+list(APPEND QV_PORTABLE_SOURCES core/tree.cpp)
 

@@ -76,6 +76,53 @@ int QVAPI OSWaitInit(void);
 
 /* ---- tree links */
 
+/*
+ * An intrusive tree: any record that begins with these four links.  The
+ * caller owns every node and the root pointer (the first top-level node, or
+ * null).  These functions only rewire links.  A broken or contradictory
+ * request records RV_TreeBroken, a defensive code (by default it ends the
+ * process), and changes no link.  A null reference means a default place.
+ */
+typedef struct OSTreeNode {
+    struct OSTreeNode *Prev;       /* previous sibling */
+    struct OSTreeNode *Next;       /* next sibling */
+    struct OSTreeNode *Parent;     /* null for top-level nodes */
+    struct OSTreeNode *FirstChild; /* only the first child is linked from its parent */
+} OSTreeNode;
+#ifdef __cplusplus
+static_assert(sizeof(OSTreeNode) == 16, "four 32-bit links");
+#endif
+
+/* Visits one node for OSTreeNodeEnum; 0 stops the walk. */
+typedef uint32_t(QVCALLBACK *OSTreeVisitFunc)(OSTreeNode *node, uint32_t data);
+/* Picks the node to visit after `node`; (OSTreeNode *)-1 stops the walk. */
+typedef OSTreeNode *(QVCALLBACK *OSTreeNextFunc)(OSTreeNode *node, OSTreeVisitFunc visitFunction, uint32_t data);
+
+/* Each insert: into an empty tree the node just becomes the root.  1, or 0
+   after recording RV_TreeBroken (node equal to the reference, or a null
+   node or root pointer). */
+/* The node goes before reference (default: the root node). */
+int QVAPI OSTreeInsertBeforeNode(OSTreeNode **root, OSTreeNode *reference, OSTreeNode *node);
+/* The node goes after reference (default: the last top-level node). */
+int QVAPI OSTreeInsertAfterNode(OSTreeNode **root, OSTreeNode *reference, OSTreeNode *node);
+/* The node becomes reference's parent, in its place under its old parent
+   (default: the root node).  Sibling links are left alone: meant for a first
+   or only child. */
+int QVAPI OSTreeInsertAboveNode(OSTreeNode **root, OSTreeNode *reference, OSTreeNode *node);
+/* The node becomes reference's first child (default: the deepest first child
+   from the root); meant for a reference without children. */
+int QVAPI OSTreeInsertBelowNode(OSTreeNode **root, OSTreeNode *reference, OSTreeNode *node);
+/* Unlinks the node with its subtree; removing the root node empties the root
+   even when it had following siblings.  1, or 0 after recording
+   RV_TreeBroken for a node that is not in the tree. */
+int QVAPI OSTreeRemoveNode(OSTreeNode **root, OSTreeNode *node);
+/* Visits node and its following siblings; with no next function, each
+   node's children first (post-order).  Returns the last visit result, 0 when
+   stopped (or when there is nothing to visit).  A null visit function
+   records RV_BadParms and returns 0.  The tree must be free of cycles. */
+uint32_t QVAPI OSTreeNodeEnum(OSTreeNode *node, OSTreeNextFunc nextFunction, OSTreeVisitFunc visitFunction,
+                              uint32_t data);
+
 QV_EXTERN_C_END
 
 #endif /* QVCORE_H */
