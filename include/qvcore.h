@@ -66,6 +66,31 @@ int QVAPI OSWriteProfileInt(const char *section, const char *key, uint32_t value
 
 /* ---- files and locking */
 
+/* Open system file handles; names only name the failure records. */
+
+/* Flushes the file's buffers; 1, or 0 after recording RV_OSError with name. */
+int QVAPI OSCommitFile(HANDLE file, const char *name);
+/* Deletes the file; 1, or 0 after recording RV_OSError with name (RV_NoFile
+   for a missing file), or RV_BadParms for a null name. */
+int QVAPI OSDeleteFile(const char *name);
+/* Always 0 with RV_Failure recorded: redirection is not detected here. */
+int QVAPI OSIsRedirectedHandle(uint32_t handle);
+/* Locks (unlock 0) or unlocks a byte range: 1 when done; 2, with nothing
+   recorded, when another process holds the range; 0 after recording
+   RV_Failure for length 0, or the system error with name (alternativeName,
+   when given, replaces name after its leading dots). */
+int QVAPI OSLocking(HANDLE file, uint32_t offset, uint32_t length, uint32_t unlock, const char *name,
+                    const char *alternativeName);
+/* Copies the creation, access and write times of source to destination;
+   records nothing. */
+void QVAPI OSFileSetStampSame(HANDLE source, HANDLE destination);
+/* Copies size bytes (0xFFFFFFFF: the whole source) from the start of source
+   to the start of destination, then the time stamps, keeping the wait cursor
+   moving; 1, or 0 after recording RV_OSError with the failing file's name.
+   Short reads are not checked: the destination always gets size bytes. */
+int QVAPI OSCopyFileSize(HANDLE destination, const char *destinationName, HANDLE source,
+                         const char *sourceName, uint32_t size);
+
 /* ---- formatting and memory */
 
 /* Formats with the platform's printf-style formatter (1024 characters at

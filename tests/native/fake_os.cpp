@@ -159,12 +159,13 @@ void osGlobalUnlock(HGLOBAL handle)
         block->locks--;
 }
 
-void osGlobalFree(HGLOBAL handle)
+bool osGlobalFree(HGLOBAL handle)
 {
     if (handle) {
         LiveGlobal--;
         free(handle);
     }
+    return true;
 }
 
 HGLOBAL osGlobalHandle(const void *address)
