@@ -15,6 +15,7 @@
 #include "os.h"
 #include "qvcore.h"
 #include "qverror.h"
+#include "qvutil.h"
 
 namespace {
 
@@ -109,19 +110,7 @@ uint32_t readString(HKEY root, const char *section, const char *systemSection, c
     return result;
 }
 
-/* The decimal number at the start of text: spaces and tabs skipped, digits
-   read in 32 bits until the first other character; no sign. */
-uint32_t decimalValue(const char *text)
-{
-    while (*text == ' ' || *text == '\t')
-        text++;
-    uint32_t value = 0;
-    for (; *text >= '0' && *text <= '9'; text++)
-        value = value * 10 + static_cast<uint32_t>(*text - '0');
-    return value;
-}
-
-/* A string value converted as a decimal; 0 when it cannot be read. */
+/* A string value converted with AtoI; 0 when it cannot be read. */
 uint32_t readStringAsInt(HKEY key, const char *keyName, DWORD valueSize)
 {
     // One more zero byte than the value, so even a value stored without its
@@ -132,11 +121,11 @@ uint32_t readStringAsInt(HKEY key, const char *keyName, DWORD valueSize)
         return 0;
     }
     DWORD length = valueSize;
-    uint32_t value = 0;
+    int32_t value = 0;
     if (RegQueryValueExA(key, keyName, nullptr, nullptr, reinterpret_cast<BYTE *>(text), &length) == ERROR_SUCCESS)
-        value = decimalValue(text);
+        AtoI(text, &value);
     osLocalFree(text);
-    return value;
+    return static_cast<uint32_t>(value);
 }
 
 /* Reading an integer: the default (or the system profile's integer) for a
