@@ -24,22 +24,41 @@ int broken()
     return 0;
 }
 
-/* The checks every insert shares; true when the caller should go on to
-   link the node next to reference.  An empty tree is finished here: the node
-   just becomes the root, with its own links untouched. */
-bool beginInsert(OSTreeNode **root, OSTreeNode *reference, OSTreeNode *node, int *result)
+/* Where an insert goes when no reference is given. */
+enum class DefaultPlace { RootNode, LastTopLevel, DeepestFirstChild };
+
+/* The node an insert links next to: reference, or the default place.  Null
+   when the insert is already finished: refused (RV_TreeBroken recorded,
+   *result 0), or into an empty tree, where the node just becomes the root
+   with its own links untouched (*result 1). */
+OSTreeNode *insertPlace(OSTreeNode **root, OSTreeNode *reference, OSTreeNode *node, DefaultPlace place, int *result)
 {
     *result = 0;
     if (!root || !node || node == reference) {
         broken();
-        return false;
+        return nullptr;
     }
     if (!*root) {
         *root = node;
         *result = 1;
-        return false;
+        return nullptr;
     }
-    return true;
+    if (!reference) {
+        reference = *root;
+        if (place == DefaultPlace::LastTopLevel) {
+            while (reference->Next)
+                reference = reference->Next;
+        } else if (place == DefaultPlace::DeepestFirstChild) {
+            while (reference->FirstChild)
+                reference = reference->FirstChild;
+        }
+    }
+    // A default place may turn out to be the node itself, already linked.
+    if (reference == node) {
+        broken();
+        return nullptr;
+    }
+    return reference;
 }
 
 /* Where a node linked in reference's place goes: its parent's first-child
@@ -53,15 +72,12 @@ OSTreeNode **headLink(OSTreeNode **root, OSTreeNode *reference)
 
 extern "C" {
 
-int QVAPI OSTreeInsertBeforeNode(OSTreeNode **root, OSTreeNode *reference, OSTreeNode *node)
+int QVAPI OSTreeInsertBeforeNode(OSTreeNode **root, OSTreeNode *given, OSTreeNode *node)
 {
     int result;
-    if (!beginInsert(root, reference, node, &result))
-        return result;
+    OSTreeNode *reference = insertPlace(root, given, node, DefaultPlace::RootNode, &result);
     if (!reference)
-        reference = *root;
-    if (reference == node)
-        return broken();
+        return result;
     node->Prev = reference->Prev;
     node->Parent = reference->Parent;
     node->Next = reference;
@@ -73,19 +89,12 @@ int QVAPI OSTreeInsertBeforeNode(OSTreeNode **root, OSTreeNode *reference, OSTre
     return 1;
 }
 
-int QVAPI OSTreeInsertAfterNode(OSTreeNode **root, OSTreeNode *reference, OSTreeNode *node)
+int QVAPI OSTreeInsertAfterNode(OSTreeNode **root, OSTreeNode *given, OSTreeNode *node)
 {
     int result;
-    if (!beginInsert(root, reference, node, &result))
+    OSTreeNode *reference = insertPlace(root, given, node, DefaultPlace::LastTopLevel, &result);
+    if (!reference)
         return result;
-    if (!reference) {
-        reference = *root;
-        while (reference->Next)
-            reference = reference->Next;
-    }
-    // A default place may turn out to be the node itself, already linked.
-    if (reference == node)
-        return broken();
     node->Prev = reference;
     node->Next = reference->Next;
     node->Parent = reference->Parent;
@@ -95,15 +104,12 @@ int QVAPI OSTreeInsertAfterNode(OSTreeNode **root, OSTreeNode *reference, OSTree
     return 1;
 }
 
-int QVAPI OSTreeInsertAboveNode(OSTreeNode **root, OSTreeNode *reference, OSTreeNode *node)
+int QVAPI OSTreeInsertAboveNode(OSTreeNode **root, OSTreeNode *given, OSTreeNode *node)
 {
     int result;
-    if (!beginInsert(root, reference, node, &result))
-        return result;
+    OSTreeNode *reference = insertPlace(root, given, node, DefaultPlace::RootNode, &result);
     if (!reference)
-        reference = *root;
-    if (reference == node)
-        return broken();
+        return result;
     node->FirstChild = reference;
     node->Parent = reference->Parent;
     *headLink(root, reference) = node;
@@ -111,18 +117,12 @@ int QVAPI OSTreeInsertAboveNode(OSTreeNode **root, OSTreeNode *reference, OSTree
     return 1;
 }
 
-int QVAPI OSTreeInsertBelowNode(OSTreeNode **root, OSTreeNode *reference, OSTreeNode *node)
+int QVAPI OSTreeInsertBelowNode(OSTreeNode **root, OSTreeNode *given, OSTreeNode *node)
 {
     int result;
-    if (!beginInsert(root, reference, node, &result))
+    OSTreeNode *reference = insertPlace(root, given, node, DefaultPlace::DeepestFirstChild, &result);
+    if (!reference)
         return result;
-    if (!reference) {
-        reference = *root;
-        while (reference->FirstChild)
-            reference = reference->FirstChild;
-    }
-    if (reference == node)
-        return broken();
     node->Parent = reference;
     reference->FirstChild = node;
     return 1;
