@@ -87,7 +87,9 @@ void QVAPI OSFileSetStampSame(HANDLE source, HANDLE destination);
 /* Copies size bytes (0xFFFFFFFF: the whole source) from the start of source
    to the start of destination, then the time stamps, keeping the wait cursor
    moving; 1, or 0 after recording RV_OSError with the failing file's name.
-   Short reads are not checked: the destination always gets size bytes. */
+   Short reads are not checked: the destination always gets size bytes.
+   Memory shortage shrinks the chunks and stays recorded as
+   RV_OutOfGlobalMemory (with the first size tried) even when the copy succeeds. */
 int QVAPI OSCopyFileSize(HANDLE destination, const char *destinationName, HANDLE source,
                          const char *sourceName, uint32_t size);
 
