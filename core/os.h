@@ -33,7 +33,8 @@ void osLocalFree(void *block);
 HGLOBAL osGlobalAlloc(size_t bytes);
 void *osGlobalLock(HGLOBAL block);
 void osGlobalUnlock(HGLOBAL block);
-void osGlobalFree(HGLOBAL block);
+/* True when the block was freed (a null block counts as freed). */
+bool osGlobalFree(HGLOBAL block);
 /* The handle of a block from the address osGlobalLock gave. */
 HGLOBAL osGlobalHandle(const void *address);
 

@@ -21,7 +21,7 @@ void osLocalFree(void *block)
 HGLOBAL osGlobalAlloc(size_t bytes) { return GlobalAlloc(GHND, bytes); }
 void *osGlobalLock(HGLOBAL block) { return GlobalLock(block); }
 void osGlobalUnlock(HGLOBAL block) { GlobalUnlock(block); }
-void osGlobalFree(HGLOBAL block) { GlobalFree(block); }
+bool osGlobalFree(HGLOBAL block) { return GlobalFree(block) == nullptr; }
 HGLOBAL osGlobalHandle(const void *address) { return GlobalHandle(address); }
 
 int osLoadString(HMODULE module, uint32_t id, char *buffer, int room)

@@ -5,6 +5,8 @@ list(APPEND QV_WINDOWS_SOURCES core/os_win.cpp core/resource.cpp core/startup.cp
 # profile settings
 list(APPEND QV_WINDOWS_SOURCES core/profile.cpp)
 # files and locking
+list(APPEND QV_PORTABLE_SOURCES core/filecopy.cpp)
+list(APPEND QV_WINDOWS_SOURCES core/files.cpp)
 
 # formatting and memory
 list(APPEND QV_PORTABLE_SOURCES core/format.cpp)
@@ -12,4 +14,5 @@ list(APPEND QV_PORTABLE_SOURCES core/format.cpp)
 # wait cursor, timers and messages
 list(APPEND QV_WINDOWS_SOURCES core/waitcursor.cpp core/message.cpp)
 # tree links
+list(APPEND QV_PORTABLE_SOURCES core/tree.cpp)
 

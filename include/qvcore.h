@@ -29,12 +29,69 @@ const char *QVAPI OSGet2CharacterLanguageString(void);
 
 /* ---- profile settings */
 
-/* Reads an integer setting: section (a registry path below the current user),
-   key, default, profile file name (named by failure records only), flags (ignored). */
+/*
+ * Settings in the registry: section is a key path below the current user
+ * (opened, and created if missing, by every call), key a value name under it.
+ * fileName only names failure records (RV_ReadFailure for the readers,
+ * RV_WriteFailure for the writers, when the section cannot be opened); flags
+ * are ignored.
+ */
+
+/* Reads a string into buffer (size bytes); returns the length the registry
+   reports, NUL included (a value that did not fit reports its full size).
+   A missing or empty value copies the default with its NUL, cut at size
+   without a terminator when longer; an empty default returns 0.  A null key
+   lists the value names, each with its NUL, and returns the bytes written.
+   0 after recording RV_ReadFailure. */
+uint32_t QVAPI OSGetProfileString(const char *section, const char *key, const char *defaultValue,
+                                  char *buffer, uint32_t size, const char *fileName, uint32_t flags);
+#ifdef _WIN32
+/* OSGetProfileString below the given root key instead of the current user's. */
+uint32_t QVAPI OSGetProfileStringPassID(const char *section, const char *key, const char *defaultValue,
+                                        char *buffer, uint32_t size, const char *fileName, uint32_t flags,
+                                        HKEY root);
+#endif
+/* Reads an integer: a number value, or a string value read as a decimal.
+   The default for a section created just now or a missing value; 0 after
+   recording RV_ReadFailure. */
 uint32_t QVAPI OSGetProfileInt(const char *section, const char *key, uint32_t defaultValue,
                                const char *fileName, uint32_t flags);
+/* Stores a string value with its NUL; a null value deletes the key's value.
+   1, or 0 after recording RV_WriteFailure (also when there was nothing to delete). */
+int QVAPI OSWriteProfileString(const char *section, const char *key, const char *value,
+                               const char *fileName, uint32_t flags);
+/* Stores a 32-bit number value; 1, or 0 after recording RV_WriteFailure. */
+int QVAPI OSWriteProfileInt(const char *section, const char *key, uint32_t value, const char *fileName,
+                            uint32_t flags);
 
 /* ---- files and locking */
+
+/* Open system file handles; names only name the failure records. */
+
+/* Flushes the file's buffers; 1, or 0 after recording RV_OSError with name. */
+int QVAPI OSCommitFile(HANDLE file, const char *name);
+/* Deletes the file; 1, or 0 after recording RV_OSError with name (RV_NoFile
+   for a missing file), or RV_BadParms for a null name. */
+int QVAPI OSDeleteFile(const char *name);
+/* Always 0 with RV_Failure recorded: redirection is not detected here. */
+int QVAPI OSIsRedirectedHandle(uint32_t handle);
+/* Locks (unlock 0) or unlocks a byte range: 1 when done; 2, with nothing
+   recorded, when another process holds the range; 0 after recording
+   RV_Failure for length 0, or the system error with name (alternativeName,
+   when given, replaces name after its leading dots). */
+int QVAPI OSLocking(HANDLE file, uint32_t offset, uint32_t length, uint32_t unlock, const char *name,
+                    const char *alternativeName);
+/* Copies the creation, access and write times of source to destination;
+   records nothing. */
+void QVAPI OSFileSetStampSame(HANDLE source, HANDLE destination);
+/* Copies size bytes (0xFFFFFFFF: the whole source) from the start of source
+   to the start of destination, then the time stamps, keeping the wait cursor
+   moving; 1, or 0 after recording RV_OSError with the failing file's name.
+   Short reads are not checked: the destination always gets size bytes.
+   Memory shortage shrinks the chunks and stays recorded as
+   RV_OutOfGlobalMemory (with the first size tried) even when the copy succeeds. */
+int QVAPI OSCopyFileSize(HANDLE destination, const char *destinationName, HANDLE source,
+                         const char *sourceName, uint32_t size);
 
 /* ---- formatting and memory */
 
@@ -88,6 +145,53 @@ BOOL QVAPI OSKillTimer(HWND window, uint32_t id);
 int QVAPI OSTimerTestReincarnate(uint32_t reserved1, uint32_t reserved2);
 
 /* ---- tree links */
+
+/*
+ * An intrusive tree: any record that begins with these four links.  The
+ * caller owns every node and the root pointer (the first top-level node, or
+ * null).  These functions only rewire links.  A broken or contradictory
+ * request records RV_TreeBroken, a defensive code (by default it ends the
+ * process), and changes no link.  A null reference means a default place.
+ */
+typedef struct OSTreeNode {
+    struct OSTreeNode *Prev;       /* previous sibling */
+    struct OSTreeNode *Next;       /* next sibling */
+    struct OSTreeNode *Parent;     /* null for top-level nodes */
+    struct OSTreeNode *FirstChild; /* only the first child is linked from its parent */
+} OSTreeNode;
+#ifdef __cplusplus
+static_assert(sizeof(OSTreeNode) == 16, "four 32-bit links");
+#endif
+
+/* Visits one node for OSTreeNodeEnum; 0 stops the walk. */
+typedef uint32_t(QVCALLBACK *OSTreeVisitFunc)(OSTreeNode *node, uint32_t data);
+/* Picks the node to visit after `node`; (OSTreeNode *)-1 stops the walk. */
+typedef OSTreeNode *(QVCALLBACK *OSTreeNextFunc)(OSTreeNode *node, OSTreeVisitFunc visitFunction, uint32_t data);
+
+/* Each insert: into an empty tree the node just becomes the root.  1, or 0
+   after recording RV_TreeBroken (node equal to the reference, or a null
+   node or root pointer). */
+/* The node goes before reference (default: the root node). */
+int QVAPI OSTreeInsertBeforeNode(OSTreeNode **root, OSTreeNode *reference, OSTreeNode *node);
+/* The node goes after reference (default: the last top-level node). */
+int QVAPI OSTreeInsertAfterNode(OSTreeNode **root, OSTreeNode *reference, OSTreeNode *node);
+/* The node becomes reference's parent, in its place under its old parent
+   (default: the root node).  Sibling links are left alone: meant for a first
+   or only child. */
+int QVAPI OSTreeInsertAboveNode(OSTreeNode **root, OSTreeNode *reference, OSTreeNode *node);
+/* The node becomes reference's first child (default: the deepest first child
+   from the root); meant for a reference without children. */
+int QVAPI OSTreeInsertBelowNode(OSTreeNode **root, OSTreeNode *reference, OSTreeNode *node);
+/* Unlinks the node with its subtree; removing the root node empties the root
+   even when it had following siblings.  1, or 0 after recording
+   RV_TreeBroken for a node that is not in the tree. */
+int QVAPI OSTreeRemoveNode(OSTreeNode **root, OSTreeNode *node);
+/* Visits node and its following siblings; with no next function, each
+   node's children first (post-order).  Returns the last visit result, 0 when
+   stopped (or when there is nothing to visit).  A null visit function
+   records RV_BadParms and returns 0.  The tree must be free of cycles. */
+uint32_t QVAPI OSTreeNodeEnum(OSTreeNode *node, OSTreeNextFunc nextFunction, OSTreeVisitFunc visitFunction,
+                              uint32_t data);
 
 QV_EXTERN_C_END
 

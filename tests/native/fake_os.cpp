@@ -167,12 +167,13 @@ void osGlobalUnlock(HGLOBAL handle)
         block->locks--;
 }
 
-void osGlobalFree(HGLOBAL handle)
+bool osGlobalFree(HGLOBAL handle)
 {
     if (handle) {
         LiveGlobal--;
         free(handle);
     }
+    return true;
 }
 
 HGLOBAL osGlobalHandle(const void *address)
