@@ -29,10 +29,40 @@ const char *QVAPI OSGet2CharacterLanguageString(void);
 
 /* ---- profile settings */
 
-/* Reads an integer setting: section (a registry path below the current user),
-   key, default, profile file name (named by failure records only), flags (ignored). */
+/*
+ * Settings in the registry: section is a key path below the current user
+ * (opened, and created if missing, by every call), key a value name under it.
+ * fileName only names failure records (RV_ReadFailure for the readers,
+ * RV_WriteFailure for the writers, when the section cannot be opened); flags
+ * are ignored.
+ */
+
+/* Reads a string into buffer (size bytes); returns the length the registry
+   reports, NUL included (a value that did not fit reports its full size).
+   A missing or empty value copies the default with its NUL, cut at size
+   without a terminator when longer; an empty default returns 0.  A null key
+   lists the value names, each with its NUL, and returns the bytes written.
+   0 after recording RV_ReadFailure. */
+uint32_t QVAPI OSGetProfileString(const char *section, const char *key, const char *defaultValue,
+                                  char *buffer, uint32_t size, const char *fileName, uint32_t flags);
+#ifdef _WIN32
+/* OSGetProfileString below the given root key instead of the current user's. */
+uint32_t QVAPI OSGetProfileStringPassID(const char *section, const char *key, const char *defaultValue,
+                                        char *buffer, uint32_t size, const char *fileName, uint32_t flags,
+                                        HKEY root);
+#endif
+/* Reads an integer: a number value, or a string value read as a decimal.
+   The default for a section created just now or a missing value; 0 after
+   recording RV_ReadFailure. */
 uint32_t QVAPI OSGetProfileInt(const char *section, const char *key, uint32_t defaultValue,
                                const char *fileName, uint32_t flags);
+/* Stores a string value with its NUL; a null value deletes the key's value.
+   1, or 0 after recording RV_WriteFailure (also when there was nothing to delete). */
+int QVAPI OSWriteProfileString(const char *section, const char *key, const char *value,
+                               const char *fileName, uint32_t flags);
+/* Stores a 32-bit number value; 1, or 0 after recording RV_WriteFailure. */
+int QVAPI OSWriteProfileInt(const char *section, const char *key, uint32_t value, const char *fileName,
+                            uint32_t flags);
 
 /* ---- files and locking */
 
