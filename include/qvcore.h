@@ -68,6 +68,26 @@ int QVAPI OSWriteProfileInt(const char *section, const char *key, uint32_t value
 
 /* ---- formatting and memory */
 
+/* Formats with the platform's printf-style formatter (1024 characters at
+   most; no floating point), copies at most `room` characters to dest and
+   puts the terminator at dest[count]: dest must hold room + 1 bytes.
+   Returns the count copied; 0 with RV_BadParms for a null dest or format or
+   a negative room. */
+int QVAPI OScvsprintf(char *dest, int room, const char *format, va_list args);
+int QVCDECL OScsprintf(char *dest, int room, const char *format, ...);
+/* As OScvsprintf, and a conversion may name its argument: "@2%s owes @1%d"
+   takes the second argument first.  Every argument is 32 bits; a text that
+   marks some conversions and not others gives the unmarked ones 0.
+   0 with RV_OutOfLocalMemory (bytes asked for) when the work copy fails. */
+int QVAPI OSrvsprintf(char *dest, int room, const char *format, va_list args);
+int QVCDECL OSrsprintf(char *dest, int room, const char *format, ...);
+/* Copies count bytes, overlapping blocks included; 1, or 0 with RV_BadParms
+   when a pointer is null and count is not 0. */
+int QVAPI OShmemcpy(void *dest, const void *src, unsigned long count);
+/* Fills count bytes with the low byte of value; 1, or 0 with RV_BadParms for
+   a null dest and a count that is not 0. */
+int QVAPI OShmemset(void *dest, int value, unsigned long count);
+
 /* ---- wait cursor, timers and messages */
 
 /* Loads the eight wait-cursor frames of the resource library; 1, or 0 after
