@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "../../datetime/calendar.h"
+#include "../shared/datetime_defaults.h"
 #include "datetime_fixture.h"
 
 namespace {
@@ -61,24 +62,7 @@ protected:
 
 TEST_F(Settings, EmptyStoreGivesTheDefaults)
 {
-    OSDateTimeGetWinIniSettings();
-    OSIntlSettings s;
-    ASSERT_TRUE(OSDateTimeGetIntlSettings(&s));
-    EXPECT_EQ(s.iTime, 0u);
-    EXPECT_STREQ(s.sTime, ":");
-    EXPECT_STREQ(s.s1159, "AM");
-    EXPECT_STREQ(s.s2359, "PM");
-    EXPECT_STREQ(s.sDate, "/");
-    EXPECT_EQ(s.iDate, 0u);
-    EXPECT_EQ(s.iWeekStartsOn, 0u);
-    EXPECT_STREQ(s.sCodePageTranslation, "0");
-    char text[60];
-    OSDateTimeGetTimeFormat(text, 0x10, sizeof text);
-    EXPECT_STREQ(text, "h:mm:ss tt");
-    OSDateTimeGetDateFormat(text, 0x02, sizeof text);
-    EXPECT_STREQ(text, "M/d/yyyy");
-    OSDateTimeGetDateFormat(text, 0, sizeof text);
-    EXPECT_STREQ(text, "dddd, MMMM d, yyyy");
+    expectDefaultSettings();
     EXPECT_TRUE(qvIntl.fourDigitYear);
 }
 

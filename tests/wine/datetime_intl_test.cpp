@@ -10,6 +10,7 @@
 
 #include <string>
 
+#include "../shared/datetime_defaults.h"
 #include "qviso32.h"
 
 namespace {
@@ -88,24 +89,7 @@ protected:
 TEST_F(Intl, DeletedValuesTakeTheDefaults)
 {
     deleteValues(kIntl, kSystemNames, std::size(kSystemNames));
-    ASSERT_TRUE(OSDateTimeGetWinIniSettings());
-    OSIntlSettings s;
-    ASSERT_TRUE(OSDateTimeGetIntlSettings(&s));
-    EXPECT_EQ(s.iTime, 0u);
-    EXPECT_STREQ(s.sTime, ":");
-    EXPECT_STREQ(s.s1159, "AM");
-    EXPECT_STREQ(s.s2359, "PM");
-    EXPECT_STREQ(s.sDate, "/");
-    EXPECT_EQ(s.iDate, 0u);
-    EXPECT_EQ(s.iWeekStartsOn, 0u);
-    EXPECT_STREQ(s.sCodePageTranslation, "0");
-    EXPECT_EQ(OSDateTimeGetLeadZero(), 0u);
-    EXPECT_EQ(timePicture(0x10), "h:mm:ss tt");
-    char text[64];
-    OSDateTimeGetDateFormat(text, 0x02, sizeof text);
-    EXPECT_STREQ(text, "M/d/yyyy");
-    OSDateTimeGetDateFormat(text, 0, sizeof text);
-    EXPECT_STREQ(text, "dddd, MMMM d, yyyy");
+    expectDefaultSettings();
 }
 
 TEST_F(Intl, SystemValuesShapeTheText)
