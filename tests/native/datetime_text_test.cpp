@@ -130,10 +130,8 @@ TEST_F(Text, MonthAndDayNames)
         uint32_t value, flags, size;
         const char *expected;
     } cases[] = {
-        {true, 3, 1, 16, "3"},      {true, 3, 2, 16, "03"},      {true, 3, 3, 16, "Mar"},
-        {true, 12, 7, 16, "December"}, {true, 13, 3, 16, ""},    {true, 3, 0, 16, ""},
-        {true, 9, 4, 3, "Se"},      {false, 2, 1, 16, "T"},      {false, 2, 2, 16, "Tu"},
-        {false, 2, 3, 16, "Tue"},   {false, 9, 4, 16, "Tuesday"}, {false, 6, 5, 16, "Saturday"},
+        {true, 3, 1, 16, "3"},  {true, 3, 2, 16, "03"}, {true, 12, 7, 16, "December"}, {true, 13, 3, 16, ""},
+        {true, 9, 4, 3, "Se"},  {false, 9, 3, 16, "Tue"}, {false, 6, 5, 16, "Saturday"}, {false, 1, 0, 16, ""},
     };
     for (const Case &c : cases) {
         char text[16];
