@@ -53,10 +53,12 @@ uint32_t readInt(const IntlStore *store, bool system, const char *key, uint32_t 
     return system ? store->readSystemInt(key, defaultValue) : store->readAppInt(key, defaultValue);
 }
 
+/* A resource text, or the empty text when the resource library lacks it. */
 template <size_t N>
 void loadResourceText(uint32_t id, char (&buffer)[N])
 {
-    osLoadString(ResourceModule, id, buffer, N);
+    if (osLoadString(ResourceModule, id, buffer, N) <= 0)
+        buffer[0] = '\0';
 }
 
 /* Short and long default pictures by date order; an unknown order is month-day-year. */
