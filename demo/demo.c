@@ -1,7 +1,8 @@
 /*
  * qvdemo: a client module of qviso32 in plain C.  It loads the library (the
  * import library does that before main), opens an instance, shows what
- * start-up loaded, records an error and reads it back.
+ * start-up loaded, records an error and reads it back, and prints dates in
+ * the user's pictures.
  */
 #include <stdio.h>
 
@@ -37,6 +38,31 @@ static void showErrorRoundTrip(void)
     printf("cleared: code %lu\n", (unsigned long)OSErrorGetErrorValue());
 }
 
+static void showDates(void)
+{
+    OSDateTime today, day;
+    char text[200];
+    uint32_t days, i;
+
+    OSGetDateTime(&today);
+    printf("today, long picture : %s\n", OSDateTimeToString(&today, text, NULL, 0x01, sizeof text));
+    printf("today, short picture: %s\n", OSDateTimeToString(&today, NULL, NULL, 0x32, 0));
+
+    day = today;
+    day.day = 1;
+    days = OSDateTimeGetNumDaysInMonth(&day);
+    printf("%s:\n", OSDateTimeToString(&day, text, "MMMM yyyy", 0, sizeof text));
+    for (i = 0; i < days; i++) {
+        uint32_t weekday;
+        char name[32];
+        OSDayOfWeek(&day, &weekday, 0);
+        OSDayToString(weekday, 4, name, sizeof name);
+        printf("  %-10s %s%s\n", name, OSDateTimeToString(&day, text, "o", 0, sizeof text),
+               OSIsWeekend((int32_t)weekday) ? "  (weekend)" : "");
+        OSAdjustDateTimeByDays(&day, 1);
+    }
+}
+
 int main(void)
 {
     if (!DrailufInstanceStart(0, 0)) {
@@ -45,6 +71,7 @@ int main(void)
     }
     showStartUp();
     showErrorRoundTrip();
+    showDates();
     DrailufInstanceStop(0);
     return 0;
 }
