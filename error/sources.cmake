@@ -2,6 +2,8 @@
 # the error state
 list(APPEND QV_PORTABLE_SOURCES error/errorstate.cpp)
 # error texts
+list(APPEND QV_PORTABLE_SOURCES error/errortext.cpp)
+list(APPEND QV_WINDOWS_SOURCES error/errortext_win.cpp)
 
 # error presentation
 

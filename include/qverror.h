@@ -94,6 +94,23 @@ OSDefenceSettings *QVAPI OSErrorGetDefenceSettings(void);
 
 /* ---- error texts */
 
+/* The four functions below return a static text that the next call of the same
+   function overwrites; none fails and none records an error. */
+
+/* The result code's name ("RV_NoFile"), or "ErrorNo (n)" with n the code as a
+   signed decimal when it has none. */
+const char *QVAPI OSErrorGetRVErrorString(RV code);
+/* The common-dialog extended error's name ("CDERR_STRUCTSIZE"), or "ErrorNo (n)". */
+const char *QVAPI OSErrorGetCommDlgErrorString(uint32_t code);
+/* The DDE management error's name ("DMLERR_BUSY"), or "DDEML ErrorNo n". */
+const char *QVAPI OSErrorGetDDEMLErrorString(int32_t code);
+#ifdef _WIN32
+/* The system's message for a system error code (line break included), or, when
+   the system has none, "Error n(0xhex) : NAME - message" from the library's
+   table, with "Unknown ID" and no message for a code the table lacks. */
+const char *QVAPI OSErrorGetOSErrorString(uint32_t code);
+#endif
+
 /* ---- error presentation */
 
 QV_EXTERN_C_END
