@@ -6,4 +6,6 @@ list(APPEND QV_PORTABLE_SOURCES error/errortext.cpp)
 list(APPEND QV_WINDOWS_SOURCES error/errortext_win.cpp)
 
 # error presentation
+list(APPEND QV_PORTABLE_SOURCES error/errorcallbacks.cpp error/errormessage.cpp)
+list(APPEND QV_WINDOWS_SOURCES error/presentation.cpp)
 

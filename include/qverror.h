@@ -113,6 +113,40 @@ const char *QVAPI OSErrorGetOSErrorString(uint32_t code);
 
 /* ---- error presentation */
 
+/*
+ * Builds and shows one error message: the string stringId of module,
+ * formatted with the arguments that follow style, in a box captioned caption
+ * with style.  Returns the box's result (IDOK, IDCANCEL, IDRETRY, ...).
+ */
+typedef int(QVCDECL *UIErrorMessageFunc)(HWND owner, HMODULE module, const char *caption, uint32_t stringId,
+                                         uint32_t style, ...);
+
+/*
+ * Sees every error before it is presented: owner (or null) and the live
+ * error record, whose MessageFunc holds the message function about to be
+ * used; the callback may store another one there.  Nonzero means handled:
+ * nothing is shown.
+ */
+typedef int(QVCALLBACK *UIErrorCallback)(HWND owner, OSErrorInfo *info);
+
+/* Presents the recorded error over owner with the library's captions and
+   clears it; the box's result, or IDCANCEL (2) when nothing was shown. */
+int QVAPI UIHandleError(HWND owner);
+/* As UIHandleError; a nonzero useWindowTitle captions the box with the
+   owner's window text. */
+int QVAPI UIHandleErrorEx(HWND owner, uint32_t useWindowTitle);
+/* As UIHandleErrorEx, with messageFunc building and showing the message. */
+int QVAPI UIHandleErrorFunc(HWND owner, uint32_t useWindowTitle, UIErrorMessageFunc messageFunc);
+/* Presents the recorded error with Retry and Cancel under the owner's window
+   text; the caller repeats the failed operation while this returns IDRETRY. */
+int QVAPI UIHandleErrorRetry(HWND owner);
+/* Appends a presentation callback; only the first ever registered is called.
+   1, or 0 with RV_OutOfLocalMemory (16) or RV_ListBroken.  The first argument
+   is ignored. */
+int QVAPI UIErrorRegisterCallback(uint32_t reserved, UIErrorCallback callback);
+/* Does nothing (registered callbacks stay); returns 1. */
+int QVAPI UIErrorUnRegisterCallback(uint32_t reserved);
+
 QV_EXTERN_C_END
 
 #ifdef __cplusplus
