@@ -14,7 +14,7 @@
 
 namespace boxhook {
 
-enum Icon { NoIcon, Hand, Exclamation, Asterisk, Question, OtherIcon };
+enum Icon { NoIcon, Hand, Exclamation, Asterisk, OtherIcon };
 
 struct Box {
     std::string text, caption;
@@ -47,14 +47,10 @@ inline Icon iconOf(HWND box)
     EnumChildWindows(box, findIcon, reinterpret_cast<LPARAM>(&shown));
     if (!shown)
         return NoIcon;
-    const struct {
-        LPCSTR id;
-        Icon icon;
-    } kinds[] = {{IDI_HAND, Hand}, {IDI_EXCLAMATION, Exclamation}, {IDI_ASTERISK, Asterisk}, {IDI_QUESTION, Question}};
-    for (const auto &kind : kinds)
-        if (LoadIconA(nullptr, kind.id) == shown)
-            return kind.icon;
-    return OtherIcon;
+    return shown == LoadIconA(nullptr, IDI_HAND)          ? Hand
+           : shown == LoadIconA(nullptr, IDI_EXCLAMATION) ? Exclamation
+           : shown == LoadIconA(nullptr, IDI_ASTERISK)    ? Asterisk
+                                                          : OtherIcon;
 }
 
 inline LRESULT CALLBACK onMessage(int code, WPARAM wp, LPARAM lp)

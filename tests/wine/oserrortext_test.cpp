@@ -50,14 +50,4 @@ TEST(OSErrorText, ACodeTheSystemDoesNotKnowGivesTheTableLine)
     }
 }
 
-TEST(OSErrorText, TheLongestTableLineIsWhole)
-{
-    // 1344 with a top bit set: unknown to the system, the table's longest row.
-    ASSERT_EQ(systemText(0x20000540), "");
-    std::string line = OSErrorGetOSErrorString(0x20000540);
-    EXPECT_GT(line.size(), 500u);
-    EXPECT_EQ(line.rfind("Error 536872256(0x20000540) : ERROR_ALLOTTED_SPACE_EXCEEDED - When a block", 0), 0u);
-    EXPECT_EQ(line.substr(line.size() - 39), "ALLOTTED_SPACE_EXCEEDED error returned.");
-}
-
 } // namespace
