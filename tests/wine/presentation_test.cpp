@@ -259,6 +259,32 @@ TEST_F(Presentation, QuietWhenInactiveSkipsMinimisedAndInactiveOwners)
     DestroyWindow(other);
 }
 
+/* Names the physical file of a virtual one; fails for the second case. */
+OSVirtualFile *AskedFor;
+int QVCALLBACK physicalName(uint32_t, OSVirtualFile *file, char *detail)
+{
+    AskedFor = file;
+    snprintf(detail, 256, "%s", "D:\\real\\week.cal");
+    return file->Length == 4;
+}
+
+TEST_F(Presentation, AVirtualFileIsShownByItsPhysicalName)
+{
+    OSErrorRegisterVFToPFCallBack(physicalName);
+    char data[] = "abcdefgh";
+    for (uint32_t length : {4u, 8u}) {
+        Seen.clear();
+        OSVirtualFile file{0xFF, data, length};
+        OSErrorSetErrorInfo(RV_NoFile, &file);
+        EXPECT_EQ(UIHandleError(owner), IDOK);
+        EXPECT_EQ(AskedFor, OSErrorGetErrorInfo()->VirtualFile);
+        ASSERT_EQ(Seen.size(), 1u);
+        EXPECT_EQ(Seen[0].text, expectedText(IDS_ERR_NO_FILE, reinterpret_cast<uintptr_t>("D:\\real\\week.cal")));
+        EXPECT_EQ(OSErrorGetErrorValue(), 0u);
+    }
+    OSErrorRegisterVFToPFCallBack(nullptr);
+}
+
 /* A window that notes the mouse-button releases it receives. */
 LPARAM ReleasedAt;
 int Releases;
