@@ -105,9 +105,8 @@ const char *QVAPI OSErrorGetCommDlgErrorString(uint32_t code);
 /* The DDE management error's name ("DMLERR_BUSY"), or "DDEML ErrorNo n". */
 const char *QVAPI OSErrorGetDDEMLErrorString(int32_t code);
 #ifdef _WIN32
-/* The system's message for a system error code (line break included), or, when
-   the system has none, "Error n(0xhex) : NAME - message" from the library's
-   table, with "Unknown ID" and no message for a code the table lacks. */
+/* The system's own text for a system error code, else "Error n(0xhex) : NAME -
+   message" from the library's table ("Unknown ID" and no message when absent). */
 const char *QVAPI OSErrorGetOSErrorString(uint32_t code);
 #endif
 
@@ -129,8 +128,8 @@ typedef int(QVCDECL *UIErrorMessageFunc)(HWND owner, HMODULE module, const char 
  */
 typedef int(QVCALLBACK *UIErrorCallback)(HWND owner, OSErrorInfo *info);
 
-/* Presents the recorded error over owner with the library's captions and
-   clears it; the box's result, or IDCANCEL (2) when nothing was shown. */
+/* Presents the recorded error over owner and clears it; the box's result, or
+   IDCANCEL (2) when nothing was shown.  Records nothing. */
 int QVAPI UIHandleError(HWND owner);
 /* As UIHandleError; a nonzero useWindowTitle captions the box with the
    owner's window text. */
@@ -140,9 +139,8 @@ int QVAPI UIHandleErrorFunc(HWND owner, uint32_t useWindowTitle, UIErrorMessageF
 /* Presents the recorded error with Retry and Cancel under the owner's window
    text; the caller repeats the failed operation while this returns IDRETRY. */
 int QVAPI UIHandleErrorRetry(HWND owner);
-/* Appends a presentation callback; only the first ever registered is called.
-   1, or 0 with RV_OutOfLocalMemory (16) or RV_ListBroken.  The first argument
-   is ignored. */
+/* Appends a presentation callback (only the first ever registered is called);
+   1, or 0 with RV_OutOfLocalMemory (16) or RV_ListBroken.  reserved is ignored. */
 int QVAPI UIErrorRegisterCallback(uint32_t reserved, UIErrorCallback callback);
 /* Does nothing (registered callbacks stay); returns 1. */
 int QVAPI UIErrorUnRegisterCallback(uint32_t reserved);
