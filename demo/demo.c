@@ -1,8 +1,8 @@
 /*
  * qvdemo: a client module of qviso32 in plain C.  It loads the library (the
  * import library does that before main), opens an instance, shows what
- * start-up loaded, records an error and reads it back, and prints dates in
- * the user's pictures.
+ * start-up loaded, records an error and reads it back, presents one error of
+ * each icon kind, and prints dates in the user's pictures.
  */
 #include <stdio.h>
 
@@ -63,6 +63,50 @@ static void showDates(void)
     }
 }
 
+/* Answers each message box as soon as it is up and prints what it shows, so
+   that the sample runs unattended. */
+static HHOOK BoxHook;
+
+static LRESULT CALLBACK answerBox(int code, WPARAM wp, LPARAM lp)
+{
+    const CWPRETSTRUCT *m = (const CWPRETSTRUCT *)lp;
+    char cls[32] = "", text[1024] = "", caption[256] = "";
+
+    if (code == HC_ACTION && m->message == WM_INITDIALOG && GetClassNameA(m->hwnd, cls, sizeof cls) &&
+        lstrcmpA(cls, "#32770") == 0) {
+        GetDlgItemTextA(m->hwnd, 0xFFFF, text, sizeof text);
+        GetWindowTextA(m->hwnd, caption, sizeof caption);
+        printf("  [%s] %s\n", caption, text);
+        PostMessageA(m->hwnd, WM_COMMAND, IDOK, 0);
+    }
+    return CallNextHookEx(BoxHook, code, wp, lp);
+}
+
+static void showErrorBoxes(void)
+{
+    static const struct {
+        const char *icon;
+        RV code;
+        const char *file;
+    } errors[] = {
+        {"hand", RV_ReadFailure, "C:\\calendar\\week12.cal"},
+        {"exclamation", RV_RemoteDelete, NULL},
+        {"asterisk", RV_NoFile, "C:\\calendar\\holidays.cal"},
+    };
+    size_t i;
+
+    BoxHook = SetWindowsHookExA(WH_CALLWNDPROCRET, answerBox, NULL, GetCurrentThreadId());
+    for (i = 0; i < sizeof errors / sizeof errors[0]; i++) {
+        if (errors[i].file)
+            OSErrorSetErrorInfo(errors[i].code, errors[i].file);
+        else
+            OSErrorSetErrorInfo(errors[i].code, 0);
+        printf("presenting %s (%s icon):\n", OSErrorGetRVErrorString(errors[i].code), errors[i].icon);
+        printf("  answered %d\n", UIHandleError(NULL));
+    }
+    UnhookWindowsHookEx(BoxHook);
+}
+
 int main(void)
 {
     if (!DrailufInstanceStart(0, 0)) {
@@ -72,6 +116,7 @@ int main(void)
     showStartUp();
     showErrorRoundTrip();
     showDates();
+    showErrorBoxes();
     DrailufInstanceStop(0);
     return 0;
 }

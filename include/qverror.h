@@ -94,7 +94,56 @@ OSDefenceSettings *QVAPI OSErrorGetDefenceSettings(void);
 
 /* ---- error texts */
 
+/* The four functions below return a static text that the next call of the same
+   function overwrites; none fails and none records an error. */
+
+/* The result code's name ("RV_NoFile"), or "ErrorNo (n)" with n the code as a
+   signed decimal when it has none. */
+const char *QVAPI OSErrorGetRVErrorString(RV code);
+/* The common-dialog extended error's name ("CDERR_STRUCTSIZE"), or "ErrorNo (n)". */
+const char *QVAPI OSErrorGetCommDlgErrorString(uint32_t code);
+/* The DDE management error's name ("DMLERR_BUSY"), or "DDEML ErrorNo n". */
+const char *QVAPI OSErrorGetDDEMLErrorString(int32_t code);
+#ifdef _WIN32
+/* The system's own text for a system error code, else "Error n(0xhex) : NAME -
+   message" from the library's table ("Unknown ID" and no message when absent). */
+const char *QVAPI OSErrorGetOSErrorString(uint32_t code);
+#endif
+
 /* ---- error presentation */
+
+/*
+ * Builds and shows one error message: the string stringId of module,
+ * formatted with the arguments that follow style, in a box captioned caption
+ * with style.  Returns the box's result (IDOK, IDCANCEL, IDRETRY, ...).
+ */
+typedef int(QVCDECL *UIErrorMessageFunc)(HWND owner, HMODULE module, const char *caption, uint32_t stringId,
+                                         uint32_t style, ...);
+
+/*
+ * Sees every error before it is presented: owner (or null) and the live
+ * error record, whose MessageFunc holds the message function about to be
+ * used; the callback may store another one there.  Nonzero means handled:
+ * nothing is shown.
+ */
+typedef int(QVCALLBACK *UIErrorCallback)(HWND owner, OSErrorInfo *info);
+
+/* Presents the recorded error over owner and clears it; the box's result, or
+   IDCANCEL (2) when nothing was shown.  Records nothing. */
+int QVAPI UIHandleError(HWND owner);
+/* As UIHandleError; a nonzero useWindowTitle captions the box with the
+   owner's window text. */
+int QVAPI UIHandleErrorEx(HWND owner, uint32_t useWindowTitle);
+/* As UIHandleErrorEx, with messageFunc building and showing the message. */
+int QVAPI UIHandleErrorFunc(HWND owner, uint32_t useWindowTitle, UIErrorMessageFunc messageFunc);
+/* Presents the recorded error with Retry and Cancel under the owner's window
+   text; the caller repeats the failed operation while this returns IDRETRY. */
+int QVAPI UIHandleErrorRetry(HWND owner);
+/* Appends a presentation callback (only the first ever registered is called);
+   1, or 0 with RV_OutOfLocalMemory (16) or RV_ListBroken.  reserved is ignored. */
+int QVAPI UIErrorRegisterCallback(uint32_t reserved, UIErrorCallback callback);
+/* Does nothing (registered callbacks stay); returns 1. */
+int QVAPI UIErrorUnRegisterCallback(uint32_t reserved);
 
 QV_EXTERN_C_END
 

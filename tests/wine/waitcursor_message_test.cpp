@@ -1,75 +1,33 @@
 /*
  * The wait cursor and OSMessage in the real DLL.
- * Message boxes are answered by a hook on this thread that records what
- * each box showed (text, caption, buttons, icon, whether it is topmost).
+ * Message boxes are read and answered through boxhook.h.
  */
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
 
+#include "boxhook.h"
 #include "qviso32.h"
 #include "resource_ids.h"
 
 namespace {
 
-struct SeenBox {
-    std::string text, caption;
-    bool ok, cancel, yes, no, icon, topmost;
-};
-std::vector<SeenBox> Seen;
-int Answer = IDOK;
-HHOOK Hook;
-
-/* Whether the box shows an icon: a static child of the icon kind holding one. */
-BOOL CALLBACK findIcon(HWND child, LPARAM found)
-{
-    if ((GetWindowLongA(child, GWL_STYLE) & SS_TYPEMASK) == SS_ICON && SendMessageA(child, STM_GETICON, 0, 0))
-        *reinterpret_cast<bool *>(found) = true;
-    return TRUE;
-}
-
-bool hasIcon(HWND box)
-{
-    bool found = false;
-    EnumChildWindows(box, findIcon, reinterpret_cast<LPARAM>(&found));
-    return found;
-}
-
-LRESULT CALLBACK answerBoxes(int code, WPARAM wp, LPARAM lp)
-{
-    const CWPRETSTRUCT *m = reinterpret_cast<const CWPRETSTRUCT *>(lp);
-    char cls[32] = "";
-    if (code == HC_ACTION && m->message == WM_INITDIALOG && GetClassNameA(m->hwnd, cls, sizeof cls) &&
-        std::string(cls) == "#32770") {
-        char text[1024] = "", caption[256] = "";
-        GetDlgItemTextA(m->hwnd, 0xFFFF, text, sizeof text);
-        GetWindowTextA(m->hwnd, caption, sizeof caption);
-        Seen.push_back({text, caption, GetDlgItem(m->hwnd, IDOK) != nullptr, GetDlgItem(m->hwnd, IDCANCEL) != nullptr,
-                        GetDlgItem(m->hwnd, IDYES) != nullptr, GetDlgItem(m->hwnd, IDNO) != nullptr,
-                        hasIcon(m->hwnd),
-                        (GetWindowLongA(m->hwnd, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0});
-        PostMessageA(m->hwnd, WM_COMMAND, static_cast<WPARAM>(Answer), 0);
-    }
-    return CallNextHookEx(Hook, code, wp, lp);
-}
+using boxhook::Seen;
 
 class Boxes : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        Seen.clear();
-        Hook = SetWindowsHookExA(WH_CALLWNDPROCRET, answerBoxes, nullptr, GetCurrentThreadId());
-        ASSERT_NE(Hook, nullptr);
+        ASSERT_TRUE(boxhook::start());
         OSErrorClearError();
     }
     void TearDown() override
     {
-        UnhookWindowsHookEx(Hook);
+        boxhook::stop();
         OSErrorClearError();
     }
 };
-
 
 std::string resourceText(UINT id)
 {
@@ -80,13 +38,13 @@ std::string resourceText(UINT id)
 
 TEST_F(Boxes, MessageIsFormattedShownAndAnswered)
 {
-    Answer = IDCANCEL;
+    boxhook::Answer = IDCANCEL;
     int result = OSMessage(nullptr, ResourceGetHandle(), "Files", IDS_ERR_NO_FILE, MB_OKCANCEL | MB_ICONHAND, "C:\\a.txt");
     EXPECT_EQ(result, IDCANCEL);
     ASSERT_EQ(Seen.size(), 1u);
     EXPECT_EQ(Seen[0].text, "The file C:\\a.txt could not be found.");
     EXPECT_EQ(Seen[0].caption, "Files");
-    EXPECT_TRUE(Seen[0].ok && Seen[0].cancel && Seen[0].icon);
+    EXPECT_TRUE(Seen[0].ok && Seen[0].cancel && Seen[0].icon != boxhook::NoIcon);
     EXPECT_FALSE(Seen[0].yes || Seen[0].no || Seen[0].topmost);
 }
 
@@ -95,12 +53,12 @@ TEST_F(Boxes, AGoneOwnerFallsBackToASystemModalBox)
     HWND owner = CreateWindowA("STATIC", "owner", WS_OVERLAPPED, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr);
     ASSERT_NE(owner, nullptr);
     DestroyWindow(owner);
-    Answer = IDOK;
+    boxhook::Answer = IDOK;
     EXPECT_EQ(OSMessage(owner, ResourceGetHandle(), "Gone", IDS_ERR_NO_FILE, MB_OK, "x"), IDOK);
     ASSERT_EQ(Seen.size(), 1u);
     EXPECT_EQ(Seen[0].text, "The file x could not be found.");
     EXPECT_TRUE(Seen[0].topmost);
-    EXPECT_FALSE(Seen[0].icon);
+    EXPECT_EQ(Seen[0].icon, boxhook::NoIcon);
 }
 
 /* Refuses the creation of the next `BoxesToRefuse` message boxes. */
@@ -120,11 +78,11 @@ TEST_F(Boxes, RefusedBoxesFallBackToSystemModalThenToTheFallbackText)
 {
     HHOOK refuse = SetWindowsHookExA(WH_CBT, refuseBoxes, nullptr, GetCurrentThreadId());
     ASSERT_NE(refuse, nullptr);
-    Answer = IDYES;
+    boxhook::Answer = IDYES;
     BoxesToRefuse = 1;
     EXPECT_EQ(OSMessage(nullptr, ResourceGetHandle(), "Once", IDS_ERR_NO_FILE, MB_YESNO, "x"), IDYES);
     BoxesToRefuse = 2;
-    Answer = IDOK;
+    boxhook::Answer = IDOK;
     EXPECT_EQ(OSMessage(nullptr, ResourceGetHandle(), "Twice", IDS_ERR_NO_FILE, MB_YESNO, "x"), 2);
     UnhookWindowsHookEx(refuse);
     ASSERT_EQ(Seen.size(), 2u);
@@ -132,7 +90,7 @@ TEST_F(Boxes, RefusedBoxesFallBackToSystemModalThenToTheFallbackText)
     EXPECT_TRUE(Seen[0].topmost && Seen[0].yes);
     EXPECT_EQ(Seen[1].text, resourceText(IDS_FALLBACK_MESSAGE));
     EXPECT_EQ(Seen[1].caption, "Twice");
-    EXPECT_TRUE(Seen[1].topmost && Seen[1].ok && Seen[1].icon);
+    EXPECT_TRUE(Seen[1].topmost && Seen[1].ok && Seen[1].icon != boxhook::NoIcon);
     EXPECT_FALSE(Seen[1].yes);
 }
 
@@ -205,12 +163,12 @@ TEST_F(WaitCursor, EscapeAnsweredNoCancelsEveryLevel)
     pressEscape();
     EXPECT_EQ(OSReWait(0), 0) << "OSReWait(0) must not look at Escape";
     EXPECT_TRUE(Seen.empty());
-    Answer = IDNO;
+    boxhook::Answer = IDNO;
     EXPECT_EQ(OSReWait(1), 1);
     ASSERT_EQ(Seen.size(), 1u);
     EXPECT_EQ(Seen[0].text, resourceText(IDS_WAIT_CANCEL_QUERY));
     EXPECT_EQ(Seen[0].caption, resourceText(IDS_APP_NAME));
-    EXPECT_TRUE(Seen[0].yes && Seen[0].no && Seen[0].icon);
+    EXPECT_TRUE(Seen[0].yes && Seen[0].no && Seen[0].icon != boxhook::NoIcon);
     EXPECT_EQ(GetCursor(), arrow);
     // The cancelled levels are gone: their OSUnWait calls do nothing.
     SetCursor(nullptr);
@@ -230,7 +188,7 @@ TEST_F(WaitCursor, EscapeAnsweredYesGoesOn)
 {
     OSWait();
     pressEscape();
-    Answer = IDYES;
+    boxhook::Answer = IDYES;
     EXPECT_EQ(OSReWait(1), 0);
     EXPECT_EQ(Seen.size(), 1u);
     EXPECT_EQ(GetCursor(), frame(1));
