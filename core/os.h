@@ -47,4 +47,9 @@ uint32_t osTickCount();
 /* The local date and time now. */
 void osLocalTime(OsTime *now);
 
+/* The platform's printf-style formatter: writes at most 1023 characters and
+   a terminator into out (1024 bytes); returns the length, or 1024 when the
+   result did not fit (a result of exactly 1023 characters included). */
+int osFormat(char *out, const char *format, va_list args);
+
 #endif /* QV_CORE_OS_H */

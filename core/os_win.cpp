@@ -37,3 +37,8 @@ void osLocalTime(OsTime *now)
     GetLocalTime(&st);
     *now = {st.wYear, st.wMonth, st.wDayOfWeek, st.wDay, st.wHour, st.wMinute, st.wSecond, st.wMilliseconds};
 }
+
+int osFormat(char *out, const char *format, va_list args)
+{
+    return wvsprintfA(out, format, args);
+}

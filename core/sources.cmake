@@ -7,6 +7,7 @@ list(APPEND QV_WINDOWS_SOURCES core/profile.cpp)
 # files and locking
 
 # formatting and memory
+list(APPEND QV_PORTABLE_SOURCES core/format.cpp)
 
 # wait cursor, timers and messages
 list(APPEND QV_WINDOWS_SOURCES core/waitcursor.cpp)

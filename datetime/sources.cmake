@@ -2,9 +2,9 @@
 # start of the engine
 list(APPEND QV_PORTABLE_SOURCES datetime/dtstart.cpp)
 # date-time record and calendar arithmetic
-
+list(APPEND QV_PORTABLE_SOURCES datetime/calendar.cpp datetime/datetime.cpp)
 # international settings
-
+list(APPEND QV_PORTABLE_SOURCES datetime/intl.cpp datetime/words.cpp)
 # date-time to text
 
 # text to date-time

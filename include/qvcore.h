@@ -29,14 +29,64 @@ const char *QVAPI OSGet2CharacterLanguageString(void);
 
 /* ---- profile settings */
 
-/* Reads an integer setting: section (a registry path below the current user),
-   key, default, profile file name (named by failure records only), flags (ignored). */
+/*
+ * Settings in the registry: section is a key path below the current user
+ * (opened, and created if missing, by every call), key a value name under it.
+ * fileName only names failure records (RV_ReadFailure for the readers,
+ * RV_WriteFailure for the writers, when the section cannot be opened); flags
+ * are ignored.
+ */
+
+/* Reads a string into buffer (size bytes); returns the length the registry
+   reports, NUL included (a value that did not fit reports its full size).
+   A missing or empty value copies the default with its NUL, cut at size
+   without a terminator when longer; an empty default returns 0.  A null key
+   lists the value names, each with its NUL, and returns the bytes written.
+   0 after recording RV_ReadFailure. */
+uint32_t QVAPI OSGetProfileString(const char *section, const char *key, const char *defaultValue,
+                                  char *buffer, uint32_t size, const char *fileName, uint32_t flags);
+#ifdef _WIN32
+/* OSGetProfileString below the given root key instead of the current user's. */
+uint32_t QVAPI OSGetProfileStringPassID(const char *section, const char *key, const char *defaultValue,
+                                        char *buffer, uint32_t size, const char *fileName, uint32_t flags,
+                                        HKEY root);
+#endif
+/* Reads an integer: a number value, or a string value read as a decimal.
+   The default for a section created just now or a missing value; 0 after
+   recording RV_ReadFailure. */
 uint32_t QVAPI OSGetProfileInt(const char *section, const char *key, uint32_t defaultValue,
                                const char *fileName, uint32_t flags);
+/* Stores a string value with its NUL; a null value deletes the key's value.
+   1, or 0 after recording RV_WriteFailure (also when there was nothing to delete). */
+int QVAPI OSWriteProfileString(const char *section, const char *key, const char *value,
+                               const char *fileName, uint32_t flags);
+/* Stores a 32-bit number value; 1, or 0 after recording RV_WriteFailure. */
+int QVAPI OSWriteProfileInt(const char *section, const char *key, uint32_t value, const char *fileName,
+                            uint32_t flags);
 
 /* ---- files and locking */
 
 /* ---- formatting and memory */
+
+/* Formats with the platform's printf-style formatter (1024 characters at
+   most; no floating point), copies at most `room` characters to dest and
+   puts the terminator at dest[count]: dest must hold room + 1 bytes.
+   Returns the count copied; 0 with RV_BadParms for a null dest or format or
+   a negative room. */
+int QVAPI OScvsprintf(char *dest, int room, const char *format, va_list args);
+int QVCDECL OScsprintf(char *dest, int room, const char *format, ...);
+/* As OScvsprintf, and a conversion may name its argument: "@2%s owes @1%d"
+   takes the second argument first.  Every argument is 32 bits; a text that
+   marks some conversions and not others gives the unmarked ones 0.
+   0 with RV_OutOfLocalMemory (bytes asked for) when the work copy fails. */
+int QVAPI OSrvsprintf(char *dest, int room, const char *format, va_list args);
+int QVCDECL OSrsprintf(char *dest, int room, const char *format, ...);
+/* Copies count bytes, overlapping blocks included; 1, or 0 with RV_BadParms
+   when a pointer is null and count is not 0. */
+int QVAPI OShmemcpy(void *dest, const void *src, unsigned long count);
+/* Fills count bytes with the low byte of value; 1, or 0 with RV_BadParms for
+   a null dest and a count that is not 0. */
+int QVAPI OShmemset(void *dest, int value, unsigned long count);
 
 /* ---- wait cursor, timers and messages */
 

@@ -1,9 +1,13 @@
 /*
  * The operating-system seam for the native test build: deterministic and
  * controlled by the tests through fake_os.h.  osExitProcess really ends the
- * process, so defensive endings are tested as death tests.
+ * process, so defensive endings are tested as death tests.  osFormat is a
+ * re-implementation of the platform formatter as measured under Wine, quirks
+ * included, so that the formatting engine fuzzed here meets the same input
+ * the DLL's does; the Windows tests pin it against the platform's own.
  */
 #include "fake_os.h"
+
 
 #include <stdlib.h>
 #include <string.h>
@@ -194,3 +198,201 @@ uint32_t osTickCount()
 }
 
 void osLocalTime(OsTime *now) { *now = Now; }
+
+namespace {
+
+/* One conversion of the platform formatter: [-][#][0][width][.precision]
+   [l|h|w|I64|I32|I]type, the flags in that fixed order. */
+enum class Kind { Unknown, Char, WideChar, String, WideString, Signed, Unsigned, Hex };
+struct Conversion {
+    bool left, hexPrefix, zero, isLong, isShort, isWide, pointerSized, is64, upper;
+    unsigned width, precision;
+    Kind kind;
+};
+
+/* Parses after the '%'; returns where the text goes on.  An unknown type
+   letter is not consumed: it prints as a plain character afterwards. */
+const char *parseConversion(const char *p, Conversion &c)
+{
+    c = Conversion{};
+    if (*p == '-') { c.left = true; p++; }
+    if (*p == '#') { c.hexPrefix = true; p++; }
+    if (*p == '0') { c.zero = true; p++; }
+    for (; *p >= '0' && *p <= '9'; p++)
+        c.width = c.width * 10 + static_cast<unsigned>(*p - '0');
+    if (*p == '.')
+        for (p++; *p >= '0' && *p <= '9'; p++)
+            c.precision = c.precision * 10 + static_cast<unsigned>(*p - '0');
+    if (*p == 'l') { c.isLong = true; p++; }
+    else if (*p == 'h') { c.isShort = true; p++; }
+    else if (*p == 'w') { c.isWide = true; p++; }
+    else if (*p == 'I') {
+        if (p[1] == '6' && p[2] == '4') { c.is64 = true; p += 3; }
+        else if (p[1] == '3' && p[2] == '2') p += 3;
+        else { c.pointerSized = true; p++; }
+    }
+    switch (*p) {
+    case 'c': c.kind = c.isLong ? Kind::WideChar : Kind::Char; break;
+    case 'C': c.kind = c.isShort ? Kind::Char : Kind::WideChar; break;
+    case 'd': case 'i': c.kind = Kind::Signed; break;
+    case 's': c.kind = (c.isLong || c.isWide) ? Kind::WideString : Kind::String; break;
+    case 'S': c.kind = (c.isShort || c.isWide) ? Kind::String : Kind::WideString; break;
+    case 'u': c.kind = Kind::Unsigned; break;
+    case 'p': c.width = 8; c.zero = c.pointerSized = true; [[fallthrough]];
+    case 'X': c.upper = true; [[fallthrough]];
+    case 'x': c.kind = Kind::Hex; break;
+    default: c.kind = Kind::Unknown; return p;
+    }
+    return p + 1;
+}
+
+/* A wide character as the ANSI code page would show it (Latin-1 subset). */
+char narrow(uint16_t unit) { return unit < 0x100 ? static_cast<char>(unit) : '?'; }
+
+} // namespace
+
+int osFormat(char *out, const char *spec, va_list args)
+{
+    constexpr int kLimit = 1024;
+    char *p = out;
+    char *const end = out + kLimit - 1;
+    // Unlike the platform, never write past the buffer, whatever the format.
+    auto put = [&](char c) { if (p < end) *p++ = c; };
+    int room = kLimit;
+    while (*spec && room > 1) {
+        if (*spec != '%' || spec[1] == '%') {
+            spec += *spec == '%';
+            put(*spec++);
+            room--;
+            continue;
+        }
+        Conversion c;
+        spec = parseConversion(spec + 1, c);
+        char ch = 0;
+        uint16_t wch = 0;
+        const char *str = nullptr;
+        const uint16_t *wstr = nullptr;
+        int64_t value = 0;
+        switch (c.kind) {
+        case Kind::Char: ch = static_cast<char>(va_arg(args, int)); break;
+        case Kind::WideChar: wch = static_cast<uint16_t>(va_arg(args, int)); break;
+        case Kind::String: str = va_arg(args, const char *); break;
+        case Kind::WideString: wstr = va_arg(args, const uint16_t *); break;
+        case Kind::Signed: case Kind::Unsigned: case Kind::Hex:
+            value = c.is64 ? va_arg(args, int64_t) : int64_t{va_arg(args, int32_t)};
+            break;
+        case Kind::Unknown: break;
+        }
+
+        // Lengths, as the platform measures them against the room left.
+        const unsigned cap = static_cast<unsigned>(room - 1);
+        if (c.left)
+            c.zero = false;
+        if (c.width > cap)
+            c.width = cap;
+        char number[24] = {};
+        unsigned len = 0;
+        switch (c.kind) {
+        case Kind::Char: case Kind::WideChar:
+            len = c.precision = 1;
+            break;
+        case Kind::String:
+            if (!str)
+                str = "(null)";
+            while ((!c.precision || len < c.precision) && str[len])
+                len++;
+            len = c.precision = len < cap ? len : cap;
+            break;
+        case Kind::WideString: {
+            static const uint16_t nullText[] = {'(', 'n', 'u', 'l', 'l', ')', 0};
+            if (!wstr)
+                wstr = nullText;
+            while ((!c.precision || len < c.precision) && wstr[len])
+                len++;
+            len = c.precision = len < cap ? len : cap;
+            break;
+        }
+        case Kind::Signed: case Kind::Unsigned: case Kind::Hex: {
+            char *d = number;
+            uint64_t magnitude = static_cast<uint64_t>(value);
+            if (c.kind == Kind::Signed && value < 0) {
+                *d++ = '-';
+                magnitude = 0 - static_cast<uint64_t>(value);
+            }
+            if (!c.is64 || c.pointerSized)
+                magnitude = static_cast<uint32_t>(magnitude);
+            const unsigned base = c.kind == Kind::Hex ? 16 : 10;
+            const char *digits = c.upper ? "0123456789ABCDEF" : "0123456789abcdef";
+            char reversed[24];
+            int n = 0;
+            do {
+                reversed[n++] = digits[magnitude % base];
+                magnitude /= base;
+            } while (magnitude);
+            while (n > 0)
+                *d++ = reversed[--n];
+            len = static_cast<unsigned>(d - number);
+            if (len > cap)
+                len = cap;
+            if (c.precision < len)
+                c.precision = len;
+            if (c.precision > cap)
+                c.precision = cap;
+            if (c.zero && c.width > c.precision)
+                c.precision = c.width;
+            // The platform counts the 0x prefix whether or not it prints it
+            // (it prints it only for hex); the extra count copies the bytes
+            // after the digits, which here are terminators.
+            if (c.hexPrefix)
+                len += 2;
+            break;
+        }
+        case Kind::Unknown: break;
+        }
+
+        if (!c.left)
+            for (unsigned i = c.precision; i < c.width; i++, room--)
+                put(' ');
+        unsigned sign = 0;
+        switch (c.kind) {
+        case Kind::Char: put(ch); break;
+        case Kind::WideChar: put(static_cast<char>(wch)); break;
+        case Kind::String:
+            for (unsigned i = 0; i < len; i++)
+                put(str[i]);
+            break;
+        case Kind::WideString:
+            for (unsigned i = 0; i < len; i++)
+                put(narrow(wstr[i]));
+            break;
+        case Kind::Hex:
+            if (c.hexPrefix && room > 3) {
+                put('0');
+                put(c.upper ? 'X' : 'x');
+                room -= 2;
+                len -= 2;
+            }
+            [[fallthrough]];
+        case Kind::Signed:
+            if (number[0] == '-') {
+                put('-');
+                sign = 1;
+            }
+            [[fallthrough]];
+        case Kind::Unsigned:
+            for (unsigned i = len; i < c.precision; i++, room--)
+                put('0');
+            for (unsigned i = sign; i < len && i < sizeof number; i++)
+                put(number[i]);
+            break;
+        case Kind::Unknown:
+            continue;
+        }
+        if (c.left)
+            for (unsigned i = c.precision; i < c.width; i++, room--)
+                put(' ');
+        room -= static_cast<int>(len);
+    }
+    *p = '\0';
+    return room > 1 ? static_cast<int>(p - out) : kLimit;
+}

@@ -1,0 +1,89 @@
+/*
+ * Calendar arithmetic shared by the date and time engine: leap years, month
+ * lengths, day numbers counted from 1 January 1800, the sentinels, and the
+ * unchecked adjustment the exported functions run after validating.
+ */
+#ifndef QV_DATETIME_CALENDAR_H
+#define QV_DATETIME_CALENDAR_H
+
+#include "qvdatetime.h"
+
+namespace cal {
+
+constexpr uint16_t kFirstYear = 1800;
+constexpr uint16_t kLastYear = 2101;
+constexpr uint32_t kLastDay = 110302; /* 31 December 2101 */
+constexpr int32_t kDaysPer400Years = 146097;
+
+constexpr bool isLeap(uint32_t year)
+{
+    return (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
+}
+
+/* Month 1..12; any other month counts as 31 days so that no table is overrun. */
+constexpr uint8_t daysInMonth(uint32_t year, uint32_t month)
+{
+    constexpr uint8_t kLengths[13] = {31, 31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    if (month > 12)
+        return 31;
+    return static_cast<uint8_t>(kLengths[month] + (month == 2 && isLeap(year)));
+}
+
+/* The day number of the fixed formula: exact inside the calendar, and for
+   the sentinels and other unchecked dates the value every caller has always
+   seen (truncating divisions, unsigned wrap). */
+constexpr uint32_t dayNumber(uint32_t year, uint32_t month, uint32_t day)
+{
+    constexpr int32_t kMonthCorrection[13] = {0, 0, 0, 3, 3, 4, 4, 5, 5, 5, 6, 6, 7};
+    const int32_t y = static_cast<int32_t>(year);
+    const int32_t k = y - 1600;
+    // Months outside 1..12 take the correction of the nearest real month.
+    const int32_t m = static_cast<int32_t>(month);
+    const int32_t index = m < 1 ? 1 : (m > 12 ? 12 : m);
+    int64_t n = int64_t{365} * y + k / 4 - k / 100 + k / 400 + int64_t{31} * (m - 1) - kMonthCorrection[index] +
+                (int64_t{day} - 1) - 657048;
+    if (isLeap(year) && (month == 1 || month == 2))
+        n -= 1;
+    return static_cast<uint32_t>(n);
+}
+
+constexpr bool isNoDateLow(const OSDateTime &dt)
+{
+    return dt.year == 1 && dt.month == 1 && dt.day == 1 && dt.hour == 1 && dt.minute == 1 && dt.second == 1 &&
+           dt.hourBias == 1;
+}
+
+constexpr bool isNoDateHigh(const OSDateTime &dt)
+{
+    return dt.year == 2 && dt.month == 2 && dt.day == 2 && dt.hour == 2 && dt.minute == 2 && dt.second == 2 &&
+           dt.hourBias == 2;
+}
+
+constexpr bool isSentinel(const OSDateTime &dt)
+{
+    return isNoDateLow(dt) || isNoDateHigh(dt);
+}
+
+/* A date of the calendar's range from its day number 0..kLastDay. */
+struct Date {
+    uint16_t year;
+    uint8_t month, day;
+};
+Date dateOfDay(uint32_t dayNumber);
+
+/* Validity without recording: the first failing rule's index, 0 when valid. */
+enum Invalid { Valid, BadYear, BadMonth, BadDay, BadHour, BadMinute, BadSecond };
+Invalid whyInvalid(const OSDateTime &dt, uint16_t firstYear, bool checkSeconds);
+
+/* The adjustment of OSAdjustDateTime on a record already validated; each
+   carry is a nested adjustment of the next unit alone.  Years wrap at 16 bits. */
+void adjust(OSDateTime &dt, int64_t years, int64_t months, int64_t days, int64_t hours, int64_t minutes,
+            int64_t seconds);
+
+/* OSAdjustDateTimeByDays' rebuild from 1 January 1601 in whole 400-, 100-
+   and 4-year cycles, for any n (days after 1 January 1601). */
+void rebuildFrom1601(OSDateTime &dt, int64_t n);
+
+} // namespace cal
+
+#endif /* QV_DATETIME_CALENDAR_H */
