@@ -10,4 +10,5 @@ list(APPEND QV_PORTABLE_SOURCES datetime/intl.cpp datetime/words.cpp)
 # text to date-time
 
 # month grid, week numbers and zodiac
+list(APPEND QV_PORTABLE_SOURCES datetime/monthgrid.cpp datetime/zodiac.cpp)
 
