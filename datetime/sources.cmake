@@ -8,6 +8,7 @@ list(APPEND QV_PORTABLE_SOURCES datetime/intl.cpp datetime/words.cpp)
 # date-time to text
 
 # text to date-time
+list(APPEND QV_PORTABLE_SOURCES datetime/parse.cpp)
 
 # month grid, week numbers and zodiac
 list(APPEND QV_PORTABLE_SOURCES datetime/monthgrid.cpp datetime/zodiac.cpp)

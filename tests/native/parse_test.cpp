@@ -1,0 +1,253 @@
+/*
+ * Reading typed dates and times, natively with a fixed "now" (Tuesday
+ * 5 March 2024, 14:07:09) and the English words: one table of inputs across
+ * the entry points and date orders, the tumbler conversions, and texts
+ * longer than the reader's tables.
+ */
+#include <gtest/gtest.h>
+#include <string.h>
+
+#include <string>
+
+#include "../../datetime/intl.h"
+#include "date_words.h"
+#include "qviso32.h"
+
+namespace {
+
+struct Settings {
+    uint32_t iDate;
+    const char *shortDate;
+    uint32_t iTime;
+    const char *timePicture;
+    const char *s1159, *s2359;
+};
+const Settings kMDY{0, "M/d/yyyy", 0, "h:mm:ss tt", "AM", "PM"};
+const Settings kDMY{1, "dd/MM/yyyy", 0, "h:mm:ss tt", "AM", "PM"};
+const Settings kYMD{2, "yyyy-MM-dd", 1, "HH:mm:ss", "", ""};
+
+void use(const Settings &s)
+{
+    qvIntl.record.iDate = s.iDate;
+    strcpy(qvIntl.shortDate, s.shortDate);
+    qvIntl.record.iTime = s.iTime;
+    strcpy(qvIntl.timePicture, s.timePicture);
+    strcpy(qvIntl.record.s1159, s.s1159);
+    strcpy(qvIntl.record.s2359, s.s2359);
+    strcpy(qvIntl.record.sDate, s.iDate == 2 ? "-" : "/");
+    strcpy(qvIntl.record.sTime, ":");
+}
+
+class Parse : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        fakeos::reset();
+        fakeos::setLocalTime(OsTime{2024, 3, 2, 5, 14, 7, 9, 0});
+        ASSERT_TRUE(datewords::startEnglish());
+        use(kMDY);
+        OSErrorClearError();
+    }
+    void TearDown() override { OSErrorClearError(); }
+};
+
+std::string show(const OSDateTime &t)
+{
+    char text[40];
+    snprintf(text, sizeof text, "%04u-%02u-%02u %02u:%02u:%02u", t.year, t.month, t.day, t.hour, t.minute, t.second);
+    return text;
+}
+
+using Reader = BOOL(QVAPI *)(OSDateTime *, const char *);
+constexpr Reader D = OSStringToDateTime, T = OSStringToDateTimeTimeBias, C = OSStringToDateTimeComplete,
+                 I = OSStringToDateTimeForImport;
+
+struct Case {
+    Reader read;
+    const Settings *settings;
+    const char *text;
+    const char *expected; // the record as show() prints it
+    BOOL result;
+};
+
+const Case kCases[] = {
+    // Numbers: a number above 12 can only be the day; else the date order.
+    {D, &kMDY, "3/4/1998", "1998-03-04 00:00:00", 1},
+    {D, &kDMY, "3/4/1998", "1998-04-03 00:00:00", 1},
+    {D, &kYMD, "1998-3-4", "1998-03-04 00:00:00", 1},
+    {D, &kMDY, "13/4/1998", "1998-04-13 00:00:00", 1},
+    {D, &kDMY, "4/13/1998", "1998-04-13 00:00:00", 1},
+    {D, &kMDY, "13/14/1998", "1998-13-14 00:00:00", 0},
+    {D, &kMDY, "2/30/2024", "2024-02-30 00:00:00", 0},
+    {D, &kMDY, "25", "2024-03-25 00:00:00", 1},
+    {D, &kMDY, "  \t ", "2024-03-05 14:07:09", 1},
+    // Years: two digits above now - 1950 are 19xx, other numbers above 31
+    // 20xx; a small number at the picture's year place is this century's.
+    {D, &kMDY, "3/4/80", "1980-03-04 00:00:00", 1},
+    {D, &kMDY, "3/4/40", "2040-03-04 00:00:00", 1},
+    {D, &kMDY, "3/4/05", "2005-03-04 00:00:00", 1},
+    {D, &kYMD, "05-3-4", "2005-03-04 00:00:00", 1},
+    {D, &kMDY, "3/4/1700", "3600-03-04 00:00:00", 0},
+    // Words in any case and position; ordinals; relative days.
+    {D, &kMDY, "dec 25", "2024-12-25 00:00:00", 1},
+    {D, &kDMY, "25 DECEMBER 1999", "1999-12-25 00:00:00", 1},
+    {D, &kMDY, "Sept. 3rd 2001", "2001-09-03 00:00:00", 1},
+    {D, &kMDY, "Thursday 21st march", "2024-03-21 00:00:00", 1},
+    {D, &kMDY, "the 2nd", "2024-03-02 00:00:00", 1},
+    {D, &kMDY, "tomorrow", "2024-03-06 00:00:00", 1},
+    {D, &kDMY, "YESTERDAY", "2024-03-04 00:00:00", 1},
+    {D, &kMDY, "Today", "2024-03-05 00:00:00", 1},
+    // Times: a lone number is the hour; designators on both clocks.
+    {T, &kMDY, "3 pm", "2024-03-05 15:00:00", 1},
+    {T, &kMDY, "3PM", "2024-03-05 15:00:00", 1},
+    {T, &kMDY, "12 am", "2024-03-05 00:00:00", 1},
+    {T, &kMDY, "12 pm", "2024-03-05 12:00:00", 1},
+    {T, &kMDY, "9:30", "2024-03-05 09:30:00", 1},
+    {T, &kMDY, "9:30:15 p.m.", "2024-03-05 09:30:15", 1},
+    {T, &kMDY, "9:30:15 PM", "2024-03-05 21:30:15", 1},
+    {T, &kYMD, "9:30 pm", "2024-03-05 21:30:00", 1},
+    {T, &kYMD, "21:30", "2024-03-05 21:30:00", 1},
+    {T, &kMDY, "noon", "2024-03-05 12:00:00", 1},
+    {T, &kMDY, "NOW", "2024-03-05 14:07:09", 1},
+    {T, &kMDY, "", "2024-03-05 14:07:09", 1},
+    {T, &kMDY, "9:30 25", "2024-03-25 09:30:00", 1},
+    {T, &kMDY, "25:00", "2024-03-05 25:00:00", 0},
+    {T, &kMDY, "9:75", "2024-03-05 09:75:00", 0},
+    {T, &kMDY, "4294967296", "2024-03-05 255:00:00", 0},
+    // Date and time together.
+    {C, &kMDY, "25 Dec 99 14:00", "1999-12-25 14:00:00", 1},
+    {C, &kDMY, "25/12/1999 2:30 pm", "1999-12-25 14:30:00", 1},
+    {C, &kMDY, "tomorrow noon", "2024-03-06 12:00:00", 1},
+    {C, &kMDY, "3pm", "2024-03-05 15:00:00", 1},
+    {C, &kMDY, "3/4/05 9:30", "2005-03-04 09:30:00", 1},
+    {C, &kMDY, "9:30 3/4/05", "2005-03-04 09:30:00", 1},
+    {C, &kMDY, "", "2024-03-05 00:00:00", 1},
+    {C, &kYMD, "1999-12-25 23:59:59", "1999-12-25 23:59:59", 1},
+    // Import: no defaults; a found year makes the numbers month then day.
+    {I, &kDMY, "1998-03-04", "1998-03-04 00:00:00", 1},
+    {C, &kDMY, "1998/03/04", "1998-04-03 00:00:00", 1},
+    {I, &kDMY, "1998-03-04 10:15:30", "1998-03-04 10:15:30", 1},
+    {I, &kMDY, "Dec 25", "0000-12-25 00:00:00", 1},
+    {I, &kMDY, "", "0000-00-00 00:00:00", 1},
+};
+
+TEST_F(Parse, TypedTexts)
+{
+    for (const Case &c : kCases) {
+        use(*c.settings);
+        OSDateTime t;
+        memset(&t, 0xEE, sizeof t);
+        const BOOL result = c.read(&t, c.text);
+        EXPECT_EQ(show(t), c.expected) << '"' << c.text << '"';
+        EXPECT_EQ(result, c.result) << '"' << c.text << '"';
+        EXPECT_EQ(OSErrorGetErrorValue(), RV_Success) << '"' << c.text << '"';
+    }
+}
+
+TEST_F(Parse, DesignatorsFollowTheSettings)
+{
+    struct Designated {
+        uint32_t iTime;
+        const char *picture, *morning, *afternoon, *text, *expected;
+    } const cases[] = {
+        {0, "h:mm:ss tt", "vorm", "nachm", "3 NACHM", "15:00:00"},
+        {0, "h:mm:ss tt", "vorm", "nachm", "3 pm", "03:00:00"},  // not the user's word
+        {0, "h:mm:ss t", "AM", "PM", "3:10 p", "15:10:00"},      // one-letter designators
+        {0, "h:mm:ss t", "AM", "PM", "12:10 a", "00:10:00"},
+        {1, "HH:mm:ss", "vorm", "nachm", "3 PM", "15:00:00"},    // 24-hour clock: the library's words
+    };
+    for (const Designated &c : cases) {
+        qvIntl.record.iTime = c.iTime;
+        strcpy(qvIntl.timePicture, c.picture);
+        strcpy(qvIntl.record.s1159, c.morning);
+        strcpy(qvIntl.record.s2359, c.afternoon);
+        OSDateTime t;
+        EXPECT_TRUE(OSStringToDateTimeTimeBias(&t, c.text)) << c.text;
+        EXPECT_EQ(show(t).substr(11), c.expected) << c.text;
+    }
+}
+
+TEST_F(Parse, LongTextsAreCutNotOverrun)
+{
+    // The reader keeps 255 characters of a text, 20 tokens, 31 characters
+    // of a token: what lies beyond is not read.
+    std::string many;
+    for (int i = 0; i < 20; i++)
+        many += "7 ";
+    many += "noon";
+    const std::string longToken = "dec " + std::string(30, '0') + "25";
+    const std::string longText = "dec 25 1999" + std::string(300, ' ') + "noon";
+    struct Long {
+        Reader read;
+        const std::string *text;
+        const char *expected;
+    } const cases[] = {
+        {C, &many, "2007-07-07 00:00:00"},
+        {D, &longToken, "2024-12-02 00:00:00"},
+        {C, &longText, "1999-12-25 00:00:00"},
+    };
+    for (const Long &c : cases) {
+        OSDateTime t;
+        c.read(&t, c.text->c_str());
+        EXPECT_EQ(show(t), c.expected);
+    }
+}
+
+TEST_F(Parse, NullArgumentsAreRefused)
+{
+    OSDateTime t;
+    char out[16];
+    EXPECT_FALSE(OSStringToDateTime(&t, nullptr));
+    EXPECT_EQ(OSErrorGetErrorValue(), RV_BadParms);
+    OSErrorClearError();
+    EXPECT_FALSE(OSStringToDateTimeForImport(nullptr, "1998"));
+    EXPECT_EQ(OSErrorGetErrorValue(), RV_BadParms);
+    OSErrorClearError();
+    EXPECT_FALSE(OSConvertTumblerTimeStringToRealString(nullptr, out));
+    EXPECT_EQ(OSErrorGetErrorValue(), RV_BadParms);
+}
+
+TEST_F(Parse, TumblerStrings)
+{
+    using Convert = BOOL(QVAPI *)(const char *, char *);
+    const Convert HM = OSConvertHourMinuteStringToTumblerTimeString, RT = OSConvertRealStringToTumblerTimeString,
+                  TH = OSConvertTumblerTimeStringToHourMinuteString, TR = OSConvertTumblerTimeStringToRealString;
+    struct Tumbler {
+        Convert convert;
+        uint32_t iTime;
+        const char *input, *output;
+        BOOL result;
+    } const cases[] = {
+        {HM, 0, "2:30", "150", 1},
+        {HM, 0, "150", "150", 1},
+        {HM, 0, "2000", "1439", 1},
+        {HM, 0, "3h", "180", 1},
+        {HM, 0, "2h 30m", "150", 1},
+        {HM, 0, "2h30", "150", 1},
+        {HM, 0, "30m", "30", 1},
+        {HM, 0, "25:00", "1439", 1},
+        {HM, 0, "99999999999h", "1439", 1},
+        {HM, 0, "  ", "", 1},
+        {RT, 0, "2:30 pm", "870", 1},
+        {RT, 1, "14:05", "845", 1},
+        {RT, 0, "noon", "720", 1},
+        {RT, 0, "3", "180", 1},
+        {RT, 0, "25:00", "", 0},
+        {RT, 0, "", "", 1},
+        {TH, 1, "150", "02:30", 1},
+        {TH, 0, "150", "02h 30m", 1},
+        {TH, 1, "2000", "23:59", 1},
+        {TH, 1, "", "", 1},
+        {TR, 1, "150", "02:3", 1}, // a room of five bytes
+        {TR, 1, "9", "00:0", 1},
+    };
+    for (const Tumbler &c : cases) {
+        qvIntl.record.iTime = c.iTime;
+        char out[64];
+        memset(out, 'x', sizeof out);
+        EXPECT_EQ(c.convert(c.input, out), c.result) << '"' << c.input << '"';
+        EXPECT_STREQ(out, c.output) << '"' << c.input << '"';
+    }
+}
+
+} // namespace
