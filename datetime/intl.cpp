@@ -17,7 +17,12 @@
 
 IntlCache qvIntl;
 
+#ifdef _WIN32
+extern const IntlStore qvRegistryIntlStore;
+const IntlStore *qvIntlStore = &qvRegistryIntlStore;
+#else
 const IntlStore *qvIntlStore = nullptr;
+#endif
 
 namespace {
 

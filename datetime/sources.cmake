@@ -5,7 +5,9 @@ list(APPEND QV_PORTABLE_SOURCES datetime/dtstart.cpp)
 list(APPEND QV_PORTABLE_SOURCES datetime/calendar.cpp datetime/datetime.cpp)
 # international settings
 list(APPEND QV_PORTABLE_SOURCES datetime/intl.cpp datetime/words.cpp)
+list(APPEND QV_WINDOWS_SOURCES datetime/intlstore_win.cpp)
 # date-time to text
+list(APPEND QV_PORTABLE_SOURCES datetime/dttext.cpp)
 
 # text to date-time
 list(APPEND QV_PORTABLE_SOURCES datetime/parse.cpp)

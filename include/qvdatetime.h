@@ -116,6 +116,26 @@ BOOL QVAPI OSDateTimeGetTimeFormat(char *buffer, uint8_t flags, uint32_t size);
 
 /* ---- date-time to text */
 
+/*
+ * The record as text by a picture, or (picture null) by the user's pictures
+ * chosen by flags: 0x01 long date, 0x02 short date, 0x10 with seconds, 0x20
+ * with the time, 0x40 without hours, minutes and seconds, 0x80 without the
+ * designator.  Writes at most size bytes with the terminator into output, or
+ * into a static 200-byte buffer (valid until the next such call) when output
+ * is null.  Returns the text; null for an invalid record (reason recorded).
+ * A sentinel gives the empty text.
+ */
+char *QVAPI OSDateTimeToString(const OSDateTime *record, char *output, const char *picture, uint8_t flags,
+                               uint32_t size);
+/* Month 1..12 as text: flag 1 its number, 2 two digits, 1|2 the abbreviated
+   name, 4 the full name (the later overriding); at most size bytes with the
+   terminator.  TRUE; FALSE (RV_BadParms) for a null buffer with a size. */
+BOOL QVAPI OSMonthToString(uint32_t month, uint32_t flags, char *buffer, uint32_t size);
+/* Weekday (taken modulo 7, 0 = Sunday) as text: flag 1 its initial, 2 two
+   letters, 1|2 the abbreviated name, 4 the full name; otherwise as
+   OSMonthToString. */
+BOOL QVAPI OSDayToString(uint32_t weekday, uint32_t flags, char *buffer, uint32_t size);
+
 /* ---- text to date-time */
 
 /* Reads a typed date (numbers in the user's date order, month and day
