@@ -290,9 +290,9 @@ bool dayWords(const Context &c)
     return dayFromWord;
 }
 
-/* With no year typed as one and no month or day given in words, the number
-   at the year's place of the short date picture is a two-digit year: within
-   50 years ahead of now, else the century before. */
+/* With no year found yet and no month or day given in words, the number at
+   the year's place of the short date picture is the year; two digits are a
+   year within 50 years ahead of now, else of the century before. */
 void yearAtPlace(const Context &c)
 {
     const uint32_t place = yearPlace(c.shortDate);
@@ -306,11 +306,16 @@ void yearAtPlace(const Context &c)
             continue;
         if (t.used)
             return;
-        uint64_t year = uint64_t{leadingNumber(t.text)} + 2000;
-        if (year > c.now.year + 50u)
-            year -= 100;
+        // A longer number is a whole year: 2101, which the full reading's
+        // range stops short of, is read here.
+        uint32_t year = leadingNumber(t.text);
+        if (year < 100) {
+            year += 2000;
+            if (year > c.now.year + 50u)
+                year -= 100;
+        }
         t.used = ByDate;
-        set(Year, year > 0xFFFFFFFFu ? 0xFFFFFFFFu : static_cast<uint32_t>(year));
+        set(Year, year);
         return;
     }
 }
