@@ -123,9 +123,9 @@ int QVAPI OSrvsprintf(char *dest, int room, const char *format, va_list args)
     if (marked == 0) {
         count = OScvsprintf(dest, room, text, args);
     } else {
-        // The rebuilt list has a slot for every '%' left in the text, so a
-        // conversion without a marker (not supported) reads a zero argument
-        // instead of running off the end of the list.
+        // The rebuilt list has two slots for every '%' left in the text (a
+        // 64-bit conversion takes two), so a conversion without a marker (not
+        // supported) reads a zero argument instead of running off the list.
         uint32_t callerArgs[9];
         int highest = 0;
         for (int k = 0; k < marked; k++)
@@ -136,7 +136,7 @@ int QVAPI OSrvsprintf(char *dest, int room, const char *format, va_list args)
             callerArgs[n] = va_arg(walk, uint32_t);
         va_end(walk);
 
-        size_t slots = static_cast<size_t>(countPercents(text)) + 1;
+        size_t slots = 2 * static_cast<size_t>(countPercents(text)) + 1;
         uint32_t *list = static_cast<uint32_t *>(osLocalAlloc(slots * sizeof(uint32_t)));
         if (!list) {
             OSErrorSetErrorInfo(RV_OutOfLocalMemory, static_cast<uint32_t>(slots * sizeof(uint32_t)));

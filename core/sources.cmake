@@ -10,6 +10,6 @@ list(APPEND QV_WINDOWS_SOURCES core/profile.cpp)
 list(APPEND QV_PORTABLE_SOURCES core/format.cpp)
 
 # wait cursor, timers and messages
-list(APPEND QV_WINDOWS_SOURCES core/waitcursor.cpp)
+list(APPEND QV_WINDOWS_SOURCES core/waitcursor.cpp core/message.cpp)
 # tree links
 

@@ -93,6 +93,29 @@ int QVAPI OShmemset(void *dest, int value, unsigned long count);
 /* Loads the eight wait-cursor frames of the resource library; 1, or 0 after
    recording RV_UserError.  Called by start-up. */
 int QVAPI OSWaitInit(void);
+/* Shows the wait cursor (the outermost call) or nests one level deeper.
+   Returns the tick count when it showed the cursor, else OSReWait(0). */
+uint32_t QVAPI OSWait(void);
+/* Keeps the wait cursor moving (a new frame every 500 ms).  With
+   checkEscape, an Escape press since the last check asks the user whether
+   to go on; 1 when the answer is No (every level of waiting then ends), else 0. */
+int QVAPI OSReWait(int32_t checkEscape);
+/* Ends one level of waiting; the last one restores the previous cursor. */
+void QVAPI OSUnWait(void);
+/* Discards pending keyboard messages of this thread; returns 0. */
+int QVAPI OSKeyFlushBuffer(void);
+#ifdef _WIN32
+/* Shows string stringId of module, formatted with the arguments as
+   OSrsprintf does, in a message box (task-modal without an owner, then
+   system-modal, then the fallback text).  The box's result, 2 when only the
+   fallback could be tried, or 0 with RV_StringNonExistant (the id). */
+int QVCDECL OSMessage(HWND owner, HMODULE module, const char *caption, uint32_t stringId, uint32_t style, ...);
+/* The platform's SetTimer and KillTimer, passed through. */
+UINT_PTR QVAPI OSSetTimer(HWND window, uint32_t id, uint32_t milliseconds, TIMERPROC procedure);
+BOOL QVAPI OSKillTimer(HWND window, uint32_t id);
+#endif
+/* Does nothing; returns 1.  Kept for modules that still call it. */
+int QVAPI OSTimerTestReincarnate(uint32_t reserved1, uint32_t reserved2);
 
 /* ---- tree links */
 

@@ -8,6 +8,57 @@
 
 QV_EXTERN_C_BEGIN
 
+/* Comparison of two elements of a sort (the pivot first): below 0, 0 or above 0. */
+typedef int(QVCALLBACK *QSortCompare)(const void *a, const void *b);
+/* The same, declared over the elements' addresses as 32-bit values. */
+typedef int(QVCALLBACK *QSortCompareLong)(uint32_t a, uint32_t b);
+
+/* The first character of text that is neither a space nor a tab. */
+char *QVAPI SkipWhiteSpace(const char *text);
+/* TRUE for a space or a tab. */
+BOOL QVAPI IsWhiteSpace(signed char c);
+/* TRUE for a carriage return or a line feed. */
+BOOL QVAPI IsCrLf(char c);
+/* Overwrites trailing spaces (not tabs) with terminators; returns text. */
+char *QVAPI StripTrailingSpaces(char *text);
+
+/* Decimal readers: skip spaces and tabs, then read digits 0-9 into *value in
+   the result's width (no sign, no overflow check; a value with no digits is
+   0).  Each returns the first character not read.  A null text reads as
+   empty; a null value pointer is not written. */
+char *QVAPI AtoI(const char *text, int32_t *value);
+char *QVAPI AtoUI(const char *text, uint32_t *value);
+char *QVAPI AtoL(const char *text, LONG *value);
+char *QVAPI AtoDW(const char *text, DWORD *value);
+/* The same into 8 bits: 300 reads as 44. */
+char *QVAPI AtoB(const char *text, BYTE *value);
+
+/* Reads fields of input as format says: spaces skip whitespace, "..." quotes
+   a field, %s copies up to a comma (or the closing quote), %d and %l read a
+   32-bit number, %b an 8-bit one (it keeps its destination for the next
+   conversion unless written %fb); anything else must match.  *ok (may be
+   null) is 1 after a full match, lower after a mismatch.  Destinations have
+   no length: a %s destination must hold the rest of the input and its NUL. */
+void QVCDECL ArgScan(const char *input, int *ok, const char *format, ...);
+
+/* Cuts text at its first line end, or after max characters; returns text. */
+char *QVAPI OneLine(char *text, uint32_t max);
+
+/* Writes value in roman numerals (lower case, or upper case when upper is
+   nonzero) into buffer, or into a static buffer of 127 characters when
+   buffer is null; 0 gives "".  size counts groups, not characters (each
+   thousand is a group, each other decimal digit one group of up to four
+   letters), so buffer must hold size + 10 bytes.  Returns the numeral, or
+   null with RV_BadParms when a buffer comes with size 0. */
+char *QVAPI DToRoman(uint32_t value, int upper, char *buffer, uint32_t size);
+
+/* Sorts count elements of width bytes at base into ascending order (not
+   stable) under the wait cursor; an array already in order is not touched.
+   Null base or compare with count > 1, width 0, or count * width beyond
+   32 bits: nothing is sorted and RV_BadParms is recorded. */
+void QVAPI QSort(void *base, uint32_t count, uint32_t width, QSortCompare compare);
+void QVAPI QSortLong(void *base, uint32_t count, uint32_t width, QSortCompareLong compare);
+
 /* Seeds the random generator from the tick count; returns the tick count used. */
 uint32_t QVAPI SeedRnd(void);
 /* The next pseudo-random number, 0 to n-1; n must not be 0 (0 gives 0). */

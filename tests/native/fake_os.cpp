@@ -5,9 +5,11 @@
  * re-implementation of the platform formatter as measured under Wine, quirks
  * included, so that the formatting engine fuzzed here meets the same input
  * the DLL's does; the Windows tests pin it against the platform's own.
+ * The wait-cursor exports, which the portable sort calls, are counted here.
  */
 #include "fake_os.h"
 
+#include "qvcore.h"
 
 #include <stdlib.h>
 #include <string.h>
@@ -32,6 +34,8 @@ uint32_t TickReads;
 OsTime Now;
 int LocalFailSkip, LocalFailCount, GlobalFailSkip, GlobalFailCount;
 int LiveLocal, LiveGlobal;
+int WaitDepth;
+uint32_t ReWaitCalls;
 StringEntry Strings[512];
 int StringCount;
 
@@ -63,6 +67,8 @@ void reset()
     TickReads = 0;
     Now = OsTime{2000, 1, 6, 1, 0, 0, 0, 0};
     LocalFailSkip = LocalFailCount = GlobalFailSkip = GlobalFailCount = 0;
+    WaitDepth = 0;
+    ReWaitCalls = 0;
     for (int i = 0; i < StringCount; i++)
         free(Strings[i].text);
     StringCount = 0;
@@ -87,6 +93,8 @@ void failGlobalAllocs(int count, int skip)
 
 int liveLocalBlocks() { return LiveLocal; }
 int liveGlobalBlocks() { return LiveGlobal; }
+int waitDepth() { return WaitDepth; }
+uint32_t reWaitCalls() { return ReWaitCalls; }
 
 void setString(uint32_t id, const char *text)
 {
@@ -395,4 +403,22 @@ int osFormat(char *out, const char *spec, va_list args)
     }
     *p = '\0';
     return room > 1 ? static_cast<int>(p - out) : kLimit;
+}
+
+extern "C" uint32_t QVAPI OSWait(void)
+{
+    WaitDepth++;
+    return 0;
+}
+
+extern "C" int QVAPI OSReWait(int32_t)
+{
+    ReWaitCalls++;
+    return 0;
+}
+
+extern "C" void QVAPI OSUnWait(void)
+{
+    if (WaitDepth > 0)
+        WaitDepth--;
 }

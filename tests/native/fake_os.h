@@ -27,6 +27,10 @@ void failGlobalAllocs(int count, int skip = 0);
 int liveLocalBlocks();
 int liveGlobalBlocks();
 
+/* The wait cursor's nesting depth, and OSReWait calls since the last reset. */
+int waitDepth();
+uint32_t reWaitCalls();
+
 /* String `id` of any module reads as `text`; null removes it. */
 void setString(uint32_t id, const char *text);
 
