@@ -17,6 +17,7 @@
 #include "../core/os.h"
 #include "qvdatetime.h"
 #include "qverror.h"
+#include "qvutil.h"
 #include "resource_ids.h"
 #include "textmatch.h"
 #include "words.h"
@@ -515,13 +516,10 @@ bool argumentsGiven(OSDateTime *dt, const char *text, const char *function)
     return true;
 }
 
-/* Whether the text holds anything but spaces and tabs. */
+/* Whether the text holds nothing but spaces and tabs. */
 bool blank(const char *text)
 {
-    for (; *text; text++)
-        if (*text != ' ' && *text != '\t')
-            return false;
-    return true;
+    return *SkipWhiteSpace(text) == '\0';
 }
 
 Delimiters dateDelimiters(const Context &c, bool withDash)
