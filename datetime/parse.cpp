@@ -530,22 +530,37 @@ Delimiters dateDelimiters(const Context &c, bool withDash)
     return d;
 }
 
-/* The full reading of the complete and import forms. */
-void readComplete(const char *text, const Context &c, bool import)
-{
-    tokenize(text, dateDelimiters(c, import));
-    yearInRange();
-    dateWords(c);
-    times(c, false);
-    numbersAsDayAndMonth(c, import);
-}
+enum Kind { DateReading, TimeReading, CompleteReading, ImportReading };
 
-/* The time reading: times first, a lone number being the hour. */
-void readTime(const char *text, const Context &c)
+/* The four readers: what each looks for, and how it fills the gaps. */
+bool readText(OSDateTime *dt, const char *text, Kind kind, const char *function)
 {
-    tokenize(text, Delimiters{{" ", "\t"}, 2});
-    times(c, true);
-    numbersAsDayAndMonth(c, false);
+    if (!argumentsGiven(dt, text, function))
+        return false;
+    Context c;
+    loadContext(c);
+    // An empty date or time field means now.
+    if ((kind == DateReading || kind == TimeReading) && blank(text)) {
+        *dt = c.now;
+        return OSIsValidDateTime(dt);
+    }
+    if (kind == TimeReading) {
+        tokenize(text, Delimiters{{" ", "\t"}, 2});
+        times(c, true);
+    } else {
+        tokenize(text, dateDelimiters(c, kind == ImportReading));
+        if (kind == DateReading) {
+            typedYear(c);
+            dateWords(c);
+        } else {
+            yearInRange();
+            dateWords(c);
+            times(c, false);
+        }
+    }
+    numbersAsDayAndMonth(c, kind == ImportReading);
+    assemble(dt, c, kind != ImportReading);
+    return kind == ImportReading || OSIsValidDateTime(dt);
 }
 
 /* ---- tumbler strings */
@@ -601,57 +616,22 @@ extern "C" {
 
 BOOL QVAPI OSStringToDateTime(OSDateTime *dt, const char *text)
 {
-    if (!argumentsGiven(dt, text, "OSStringToDateTime"))
-        return false;
-    Context c;
-    loadContext(c);
-    if (blank(text)) {
-        *dt = c.now;
-        return OSIsValidDateTime(dt);
-    }
-    tokenize(text, dateDelimiters(c, false));
-    typedYear(c);
-    dateWords(c);
-    numbersAsDayAndMonth(c, false);
-    assemble(dt, c, true);
-    return OSIsValidDateTime(dt);
+    return readText(dt, text, DateReading, "OSStringToDateTime");
 }
 
 BOOL QVAPI OSStringToDateTimeTimeBias(OSDateTime *dt, const char *text)
 {
-    if (!argumentsGiven(dt, text, "OSStringToDateTimeTimeBias"))
-        return false;
-    Context c;
-    loadContext(c);
-    if (blank(text)) {
-        *dt = c.now;
-        return OSIsValidDateTime(dt);
-    }
-    readTime(text, c);
-    assemble(dt, c, true);
-    return OSIsValidDateTime(dt);
+    return readText(dt, text, TimeReading, "OSStringToDateTimeTimeBias");
 }
 
 BOOL QVAPI OSStringToDateTimeComplete(OSDateTime *dt, const char *text)
 {
-    if (!argumentsGiven(dt, text, "OSStringToDateTimeComplete"))
-        return false;
-    Context c;
-    loadContext(c);
-    readComplete(text, c, false);
-    assemble(dt, c, true);
-    return OSIsValidDateTime(dt);
+    return readText(dt, text, CompleteReading, "OSStringToDateTimeComplete");
 }
 
 BOOL QVAPI OSStringToDateTimeForImport(OSDateTime *dt, const char *text)
 {
-    if (!argumentsGiven(dt, text, "OSStringToDateTimeForImport"))
-        return false;
-    Context c;
-    loadContext(c);
-    readComplete(text, c, true);
-    assemble(dt, c, false);
-    return true;
+    return readText(dt, text, ImportReading, "OSStringToDateTimeForImport");
 }
 
 BOOL QVAPI OSConvertHourMinuteStringToTumblerTimeString(const char *input, char *output)
