@@ -40,8 +40,9 @@ constexpr uint32_t dayNumber(uint32_t year, uint32_t month, uint32_t day)
     // Months outside 1..12 take the correction of the nearest real month.
     const int32_t m = static_cast<int32_t>(month);
     const int32_t index = m < 1 ? 1 : (m > 12 ? 12 : m);
-    int64_t n = int64_t{365} * y + k / 4 - k / 100 + k / 400 + int64_t{31} * (m - 1) - kMonthCorrection[index] +
-                (int64_t{day} - 1) - 657048;
+    // Every term fits 32 bits for 16-bit arguments.
+    int32_t n = 365 * y + k / 4 - k / 100 + k / 400 + 31 * (m - 1) - kMonthCorrection[index] +
+                (static_cast<int32_t>(day) - 1) - 657048;
     if (isLeap(year) && (month == 1 || month == 2))
         n -= 1;
     return static_cast<uint32_t>(n);

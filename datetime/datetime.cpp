@@ -33,11 +33,11 @@ int32_t order(uint32_t a, uint32_t b)
 
 /* Steps shared by the three comparisons: identical bytes, validation, the
    sentinels.  Returns true with the result when those decide. */
-bool compareFirst(const OSDateTime *a, const OSDateTime *b, int32_t &result)
+bool compareFirst(const OSDateTime *a, const OSDateTime *b, int32_t &result, const char *caller)
 {
     result = 0;
     if (!a || !b) {
-        OSErrorSetErrorInfo(RV_BadParms, "OSDateTimeCompare");
+        OSErrorSetErrorInfo(RV_BadParms, caller);
         return true;
     }
     if (sameBytes(a, b) || !checked(a) || !checked(b))
@@ -181,7 +181,7 @@ BOOL QVAPI OSDiffDateTime(const OSDateTime *a, const OSDateTime *b, int32_t *day
 int32_t QVAPI OSDateTimeCompare(const OSDateTime *a, const OSDateTime *b)
 {
     int32_t result;
-    if (compareFirst(a, b, result))
+    if (compareFirst(a, b, result, "OSDateTimeCompare"))
         return result;
     if (int32_t r = compareDates(*a, *b))
         return r;
@@ -198,7 +198,7 @@ int32_t QVAPI OSDateTimeCompare(const OSDateTime *a, const OSDateTime *b)
 int32_t QVAPI OSDateCompare(const OSDateTime *a, const OSDateTime *b)
 {
     int32_t result;
-    if (compareFirst(a, b, result))
+    if (compareFirst(a, b, result, "OSDateCompare"))
         return result;
     return compareDates(*a, *b);
 }
@@ -206,7 +206,7 @@ int32_t QVAPI OSDateCompare(const OSDateTime *a, const OSDateTime *b)
 int32_t QVAPI OSYearCompare(const OSDateTime *a, const OSDateTime *b)
 {
     int32_t result;
-    if (compareFirst(a, b, result))
+    if (compareFirst(a, b, result, "OSYearCompare"))
         return result;
     return order(a->year, b->year);
 }

@@ -29,6 +29,13 @@ char StaticText[kStaticSize];
 constexpr uint8_t kLongDate = 0x01, kShortDate = 0x02, kSeconds = 0x10, kTimeBits = 0xF0, kHideTime = 0x40,
                   kHideDesignator = 0x80;
 
+/* The bounded print's room for a buffer of `bytes` bytes: all but the
+   terminator's byte, within what its int can say. */
+int printRoom(uint32_t bytes)
+{
+    return static_cast<int>(bytes - 1 < 0x7FFFFFFFu ? bytes - 1 : 0x7FFFFFFFu);
+}
+
 /* The bounded output: a position in the caller's buffer and the room left,
    the terminator's byte included. */
 struct Out {
@@ -36,17 +43,11 @@ struct Out {
     uint32_t used, size;
 
     uint32_t room() const { return size - used; }
-    /* The bounded print's room: what is left before the terminator. */
-    int printRoom() const { return static_cast<int>(room() - 1 < 0x7FFFFFFFu ? room() - 1 : 0x7FFFFFFFu); }
-    void printed(int count) { used += static_cast<uint32_t>(count); }
-    /* A field through the bounded print, cut to the room left. */
-    void number(const char *format, uint32_t value)
+    /* A field (a number or a word) through the bounded print, cut to the room left. */
+    template <typename T>
+    void field(const char *format, T value)
     {
-        printed(OScsprintf(text + used, printRoom(), format, value));
-    }
-    void words(const char *format, const char *value)
-    {
-        printed(OScsprintf(text + used, printRoom(), format, value));
+        used += static_cast<uint32_t>(OScsprintf(text + used, printRoom(room()), format, value));
     }
     /* A literal character needs room for itself and the terminator. */
     void literal(char c)
@@ -93,6 +94,33 @@ bool loadWord(uint32_t id, char (&buffer)[256])
         return true;
     OSErrorSetErrorInfo(RV_StringNonExistant, id);
     return false;
+}
+
+/* One form of a month or weekday: a number or a word. */
+struct NameStep {
+    const char *format;
+    uint32_t number;
+    const char *text;
+};
+
+/* The forms chosen by flag 1, flag 2, both, and flag 4, each overwriting the
+   one before; the text starts empty so that it is always terminated. */
+BOOL nameByFlags(const NameStep (&steps)[4], uint32_t flags, char *buffer, uint32_t size, const char *caller)
+{
+    if (BOOL result; !qvTextBufferUsable(buffer, size, caller, result))
+        return result;
+    const int room = printRoom(size);
+    const bool chosen[4] = {(flags & 1) != 0, (flags & 2) != 0, (flags & 3) == 3, (flags & 4) != 0};
+    buffer[0] = '\0';
+    for (int i = 0; i < 4; i++) {
+        if (!chosen[i])
+            continue;
+        if (steps[i].text)
+            OScsprintf(buffer, room, steps[i].format, steps[i].text);
+        else
+            OScsprintf(buffer, room, steps[i].format, steps[i].number);
+    }
+    return 1;
 }
 
 } // namespace
@@ -160,13 +188,13 @@ char *QVAPI OSDateTimeToString(const OSDateTime *record, char *output, const cha
         if (c == 'o' || c == 'z' || c == 'Z') {
             p++;
             if (c == 'o') {
-                out.words("%s", words::ordinal(dt.day));
+                out.field("%s", words::ordinal(dt.day));
                 continue;
             }
             char word[256];
             if (!loadWord(c == 'z' ? IDS_HOUR_ABBREV : IDS_MINUTE_ABBREV, word))
                 break;
-            out.words("%s", word);
+            out.field("%s", word);
             continue;
         }
         uint32_t n = 1;
@@ -176,15 +204,15 @@ char *QVAPI OSDateTimeToString(const OSDateTime *record, char *output, const cha
         switch (c) {
         case 'd':
             if (n <= 2)
-                out.number(n == 1 ? "%d" : "%.2d", dt.day);
+                out.field(n == 1 ? "%d" : "%.2d", dt.day);
             else
-                out.words("%s", words::day(n == 3 ? words::DayAbbrev : words::DayFull, weekday));
+                out.field("%s", words::day(n == 3 ? words::DayAbbrev : words::DayFull, weekday));
             break;
         case 'M':
             if (n <= 2)
-                out.number(n == 1 ? "%d" : "%.2d", dt.month);
+                out.field(n == 1 ? "%d" : "%.2d", dt.month);
             else
-                out.words("%s", words::month(n == 3 ? words::MonthAbbrev : words::MonthFull, dt.month));
+                out.field("%s", words::month(n == 3 ? words::MonthAbbrev : words::MonthFull, dt.month));
             break;
         case 'y':
             if (n <= 2) {
@@ -194,27 +222,27 @@ char *QVAPI OSDateTimeToString(const OSDateTime *record, char *output, const cha
                 osLocalTime(&now);
                 const int distance = int{dt.year} - int{now.Year};
                 const bool twoDigits = distance >= -50 && distance <= 50;
-                out.number("%.2d", twoDigits ? dt.year % 100u : dt.year);
+                out.field("%.2d", twoDigits ? dt.year % 100u : dt.year);
             } else {
-                out.number("%d", dt.year);
+                out.field("%d", dt.year);
             }
             break;
         case 'H':
         case 'h':
             if (!hideTime)
-                out.number(n == 1 ? "%d" : "%.2d", c == 'H' ? dt.hour : twelveHour(dt.hour));
+                out.field(n == 1 ? "%d" : "%.2d", c == 'H' ? dt.hour : twelveHour(dt.hour));
             break;
         case 'm':
             if (!hideTime && n <= 2)
-                out.number(n == 1 ? "%d" : "%.2d", dt.minute);
+                out.field(n == 1 ? "%d" : "%.2d", dt.minute);
             break;
         case 's':
             if (!hideTime && !hideSeconds)
-                out.number("%.2d", dt.second);
+                out.field("%.2d", dt.second);
             break;
         case 't':
             if (!hideDesignator && designator[0])
-                out.words(n == 1 ? "%.1s" : "%s", designator);
+                out.field(n == 1 ? "%.1s" : "%s", designator);
             break;
         case '/':
             for (uint32_t i = 0; i < n; i++)
@@ -240,45 +268,21 @@ char *QVAPI OSDateTimeToString(const OSDateTime *record, char *output, const cha
 
 BOOL QVAPI OSMonthToString(uint32_t month, uint32_t flags, char *buffer, uint32_t size)
 {
-    if (size == 0)
-        return 1;
-    if (!buffer) {
-        OSErrorSetErrorInfo(RV_BadParms, "OSMonthToString");
-        return 0;
-    }
-    const int room = static_cast<int>(size - 1 < 0x7FFFFFFFu ? size - 1 : 0x7FFFFFFFu);
-    buffer[0] = '\0';
-    if (flags & 1)
-        OScsprintf(buffer, room, "%d", month);
-    if (flags & 2)
-        OScsprintf(buffer, room, "%.2d", month);
-    if ((flags & 3) == 3)
-        OScsprintf(buffer, room, "%s", words::month(words::MonthAbbrev, month));
-    if (flags & 4)
-        OScsprintf(buffer, room, "%s", words::month(words::MonthFull, month));
-    return 1;
+    const NameStep steps[4] = {{"%d", month, nullptr},
+                               {"%.2d", month, nullptr},
+                               {"%s", 0, words::month(words::MonthAbbrev, month)},
+                               {"%s", 0, words::month(words::MonthFull, month)}};
+    return nameByFlags(steps, flags, buffer, size, "OSMonthToString");
 }
 
 BOOL QVAPI OSDayToString(uint32_t weekday, uint32_t flags, char *buffer, uint32_t size)
 {
-    if (size == 0)
-        return 1;
-    if (!buffer) {
-        OSErrorSetErrorInfo(RV_BadParms, "OSDayToString");
-        return 0;
-    }
-    const int room = static_cast<int>(size - 1 < 0x7FFFFFFFu ? size - 1 : 0x7FFFFFFFu);
     weekday %= 7;
-    buffer[0] = '\0';
-    if (flags & 1)
-        OScsprintf(buffer, room, "%s", words::day(words::DayInitial, weekday));
-    if (flags & 2)
-        OScsprintf(buffer, room, "%s", words::day(words::DayShort, weekday));
-    if ((flags & 3) == 3)
-        OScsprintf(buffer, room, "%s", words::day(words::DayAbbrev, weekday));
-    if (flags & 4)
-        OScsprintf(buffer, room, "%s", words::day(words::DayFull, weekday));
-    return 1;
+    const NameStep steps[4] = {{"%s", 0, words::day(words::DayInitial, weekday)},
+                               {"%s", 0, words::day(words::DayShort, weekday)},
+                               {"%s", 0, words::day(words::DayAbbrev, weekday)},
+                               {"%s", 0, words::day(words::DayFull, weekday)}};
+    return nameByFlags(steps, flags, buffer, size, "OSDayToString");
 }
 
 } // extern "C"

@@ -53,10 +53,12 @@ uint32_t readInt(const IntlStore *store, bool system, const char *key, uint32_t 
     return system ? store->readSystemInt(key, defaultValue) : store->readAppInt(key, defaultValue);
 }
 
+/* A resource text, or the empty text when the resource library lacks it. */
 template <size_t N>
 void loadResourceText(uint32_t id, char (&buffer)[N])
 {
-    osLoadString(ResourceModule, id, buffer, N);
+    if (osLoadString(ResourceModule, id, buffer, N) <= 0)
+        buffer[0] = '\0';
 }
 
 /* Short and long default pictures by date order; an unknown order is month-day-year. */
@@ -113,6 +115,19 @@ void qvIntlRead(const IntlStore *store)
     // The week start indexes seven-day tables; a stray value wraps into them.
     r.iWeekStartsOn = readInt(store, false, "VeliWeekStartsOn", 0) % 7;
     readString(store, false, "VelsCodePageTranslation", "0", r.sCodePageTranslation);
+}
+
+bool qvTextBufferUsable(const char *buffer, uint32_t size, const char *caller, BOOL &result)
+{
+    result = 1;
+    if (size == 0)
+        return false;
+    if (!buffer) {
+        OSErrorSetErrorInfo(RV_BadParms, caller);
+        result = 0;
+        return false;
+    }
+    return true;
 }
 
 extern "C" {
@@ -189,12 +204,8 @@ uint32_t QVAPI OSDateTimeGetLeadZero(void)
 
 BOOL QVAPI OSDateTimeGetDateFormat(char *buffer, uint8_t flags, uint32_t size)
 {
-    if (size == 0)
-        return 1;
-    if (!buffer) {
-        OSErrorSetErrorInfo(RV_BadParms, "OSDateTimeGetDateFormat");
-        return 0;
-    }
+    if (BOOL result; !qvTextBufferUsable(buffer, size, "OSDateTimeGetDateFormat", result))
+        return result;
     const char *picture = (flags & 0x02) ? qvIntl.shortDate : qvIntl.longDate;
     const size_t n = strnlen(picture, size - 1);
     memcpy(buffer, picture, n);
@@ -204,12 +215,8 @@ BOOL QVAPI OSDateTimeGetDateFormat(char *buffer, uint8_t flags, uint32_t size)
 
 BOOL QVAPI OSDateTimeGetTimeFormat(char *buffer, uint8_t flags, uint32_t size)
 {
-    if (size == 0)
-        return 1;
-    if (!buffer) {
-        OSErrorSetErrorInfo(RV_BadParms, "OSDateTimeGetTimeFormat");
-        return 0;
-    }
+    if (BOOL result; !qvTextBufferUsable(buffer, size, "OSDateTimeGetTimeFormat", result))
+        return result;
     const char *picture = qvIntl.timePicture;
     const char *separator = qvIntl.record.sTime;
     const size_t separatorLength = strlen(separator);

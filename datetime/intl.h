@@ -44,4 +44,9 @@ extern const IntlStore *qvIntlStore;
 /* Fills the cache from the store (null: every default). */
 void qvIntlRead(const IntlStore *store);
 
+/* The convention of the engine's text getters: size 0 leaves nothing to
+   do (result TRUE); a null buffer with a size records RV_BadParms naming
+   the caller (result FALSE).  True when the caller should go on. */
+bool qvTextBufferUsable(const char *buffer, uint32_t size, const char *caller, BOOL &result);
+
 #endif /* QV_DATETIME_INTL_H */

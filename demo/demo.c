@@ -1,9 +1,10 @@
 /*
  * qvdemo: a client module of qviso32 in plain C.  It loads the library (the
  * import library does that before main), opens an instance, shows what
- * start-up loaded, records an error and reads it back, then reads a typed
- * date (the first argument, else a line of input) with each of the readers
- * and lays out that date's month with week numbers and its zodiac sign.
+ * start-up loaded, records an error and reads it back, prints dates in the
+ * user's pictures, then reads a typed date (the first argument, else a line
+ * of input) with each of the readers and lays out that date's month with
+ * week numbers and its zodiac sign.
  */
 #include <stdio.h>
 #include <string.h>
@@ -38,6 +39,31 @@ static void showErrorRoundTrip(void)
            (unsigned long)info->OSError, info->Detail);
     OSErrorClearError();
     printf("cleared: code %lu\n", (unsigned long)OSErrorGetErrorValue());
+}
+
+static void showDates(void)
+{
+    OSDateTime today, day;
+    char text[200];
+    uint32_t days, i;
+
+    OSGetDateTime(&today);
+    printf("today, long picture : %s\n", OSDateTimeToString(&today, text, NULL, 0x01, sizeof text));
+    printf("today, short picture: %s\n", OSDateTimeToString(&today, NULL, NULL, 0x32, 0));
+
+    day = today;
+    day.day = 1;
+    days = OSDateTimeGetNumDaysInMonth(&day);
+    printf("%s:\n", OSDateTimeToString(&day, text, "MMMM yyyy", 0, sizeof text));
+    for (i = 0; i < days; i++) {
+        uint32_t weekday;
+        char name[32];
+        OSDayOfWeek(&day, &weekday, 0);
+        OSDayToString(weekday, 4, name, sizeof name);
+        printf("  %-10s %s%s\n", name, OSDateTimeToString(&day, text, "o", 0, sizeof text),
+               OSIsWeekend((int32_t)weekday) ? "  (weekend)" : "");
+        OSAdjustDateTimeByDays(&day, 1);
+    }
 }
 
 /* One month laid out as the calendar views do: rows of days, the week
@@ -143,6 +169,7 @@ int main(int argc, char **argv)
     }
     showStartUp();
     showErrorRoundTrip();
+    showDates();
     showTypedDate(typedDate(argc, argv));
     DrailufInstanceStop(0);
     return 0;

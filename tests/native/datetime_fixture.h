@@ -1,13 +1,15 @@
 /*
- * A started date and time engine for the native tests: the fake seam's
- * string table holds English words and default pictures, the settings
- * cache holds the defaults (no store), and the word tables are loaded.
+ * A started date and time engine for the native tests: English words and
+ * default pictures in the fake string table, the default settings (no
+ * store), the word tables loaded.
  */
 #ifndef QV_TESTS_DATETIME_FIXTURE_H
 #define QV_TESTS_DATETIME_FIXTURE_H
 
 #include <gtest/gtest.h>
 #include <stdio.h>
+#include <stdlib.h>
+#include <string.h>
 
 #include "../../datetime/dtstart.h"
 #include "../../datetime/intl.h"
@@ -17,43 +19,31 @@
 
 inline void putDateWords()
 {
-    const char *days[4][7] = {
-        {"Sunday", "Monday", "Tuesday", "Wednesday", "Thursday", "Friday", "Saturday"},
-        {"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"},
-        {"Su", "Mo", "Tu", "We", "Th", "Fr", "Sa"},
-        {"S", "M", "T", "W", "T", "F", "S"}};
-    const char *months[12] = {"January", "February", "March",     "April",   "May",      "June",
-                              "July",    "August",   "September", "October", "November", "December"};
-    for (uint32_t form = 0; form < 4; form++)
-        for (uint32_t i = 0; i < 7; i++)
-            fakeos::setString(IDS_DAY_NAME_BASE + 10 * form + i, days[form][i]);
-    for (uint32_t i = 0; i < 12; i++) {
-        char abbrev[4] = {months[i][0], months[i][1], months[i][2], 0};
-        fakeos::setString(IDS_MONTH_NAME_BASE + i, months[i]);
-        fakeos::setString(IDS_MONTH_ABBREV_BASE + i, abbrev);
-        fakeos::setString(IDS_MONTH_ALT_BASE + i, abbrev);
-    }
+    const char *days[] = {"Sunday", "Monday", "Tuesday", "Wednesday", "Thursday", "Friday", "Saturday"};
+    const char *months[] = {"January", "February", "March",     "April",   "May",      "June",
+                            "July",    "August",   "September", "October", "November", "December"};
+    char text[16];
+    // The shorter English forms are the names' first letters.
+    for (uint32_t i = 0; i < 7; i++)
+        for (uint32_t form = 0; form < 4; form++)
+            fakeos::setString(IDS_DAY_NAME_BASE + 10 * form + i,
+                              form ? (snprintf(text, sizeof text, "%.*s", 4 - form, days[i]), text) : days[i]);
+    for (uint32_t i = 0; i < 12; i++)
+        for (uint32_t form = 0; form < 3; form++)
+            fakeos::setString(IDS_MONTH_NAME_BASE + 20 * form + i,
+                              form ? (snprintf(text, sizeof text, "%.3s", months[i]), text) : months[i]);
     for (uint32_t d = 1; d <= 31; d++) {
-        const char *suffix = (d % 10 == 1 && d != 11) ? "st" : (d % 10 == 2 && d != 12) ? "nd"
-                                                           : (d % 10 == 3 && d != 13) ? "rd"
-                                                                                      : "th";
-        char text[8];
-        snprintf(text, sizeof text, "%u%s", d, suffix);
+        const uint32_t last = (d / 10 == 1) ? 0 : d % 10;
+        snprintf(text, sizeof text, "%u%s", d, last == 1 ? "st" : last == 2 ? "nd" : last == 3 ? "rd" : "th");
         fakeos::setString(IDS_ORDINAL_BASE + d, text);
     }
-    const struct {
-        uint32_t id;
-        const char *text;
-    } others[] = {{IDS_WORD_NOW, "now"},           {IDS_WORD_TODAY, "today"},
-                  {IDS_WORD_TOMORROW, "tomorrow"}, {IDS_WORD_YESTERDAY, "yesterday"},
-                  {IDS_WORD_NOON, "noon"},         {IDS_HOUR_ABBREV, "h"},
-                  {IDS_MINUTE_ABBREV, "m"},        {IDS_AM_DESIGNATOR, "AM"},
-                  {IDS_PM_DESIGNATOR, "PM"},       {IDS_SHORT_DATE_DMY, "dd/MM/yyyy"},
-                  {IDS_LONG_DATE_DMY, "dddd, d MMMM yyyy"}, {IDS_SHORT_DATE_MDY, "M/d/yyyy"},
-                  {IDS_LONG_DATE_MDY, "dddd, MMMM d, yyyy"}, {IDS_SHORT_DATE_YMD, "yyyy/MM/dd"},
-                  {IDS_LONG_DATE_YMD, "dddd, yyyy MMMM d"}};
+    const char *others[][2] = {{"400", "now"}, {"401", "today"}, {"402", "tomorrow"}, {"403", "yesterday"},
+                               {"404", "noon"}, {"40650", "h"},  {"40651", "m"},      {"40652", "AM"},
+                               {"40653", "PM"}, {"50450", "dd/MM/yyyy"}, {"50451", "dddd, d MMMM yyyy"},
+                               {"50452", "M/d/yyyy"}, {"50453", "dddd, MMMM d, yyyy"},
+                               {"50454", "yyyy/MM/dd"}, {"50455", "dddd, yyyy MMMM d"}};
     for (const auto &o : others)
-        fakeos::setString(o.id, o.text);
+        fakeos::setString(static_cast<uint32_t>(atoi(o[0])), o[1]);
 }
 
 class DateEngine : public ::testing::Test {

@@ -1,8 +1,8 @@
 /*
- * International settings through the DLL against the real registry of the
- * test prefix: defaults when the values are gone, the system's values as
- * read, override values written beside them, the filtered time pictures,
- * and the words of the reference resource library.
+ * International settings through the DLL against the test prefix's real
+ * registry: defaults when the values are gone, the system's values as read,
+ * override values written beside them, the filtered time pictures, and the
+ * words of the reference resource library.
  */
 #include <gtest/gtest.h>
 #include <string.h>
@@ -10,123 +10,89 @@
 
 #include <string>
 
+#include "../shared/datetime_defaults.h"
 #include "qviso32.h"
 
 namespace {
 
 const char kIntl[] = "Control Panel\\International";
 const char kApp[] = "Software\\Quenby\\Almanex\\97.0\\International";
-const char *const kSystemNames[] = {"iTime", "sTime",   "s1159",      "s2359",     "sDate",      "iDate",
-                                    "iTLZero", "sShortDate", "sLongDate", "sTimeFormat"};
+const char *const kSystemNames[] = {"iTime", "sTime",   "s1159",      "s2359",     "sDate",
+                                    "iDate", "iTLZero", "sShortDate", "sLongDate", "sTimeFormat"};
 const char *const kOverrideNames[] = {"VeliTime", "VelsTime", "Vels1159", "Vels2359", "VeliDate", "VelsDate"};
 
-/* Reads a value as text ("#n" for a number); "" when it is absent. */
+/* A value as text ("#n" for a number); "" when it is absent. */
 std::string readValue(const char *key, const char *name)
 {
-    HKEY k;
-    if (RegOpenKeyExA(HKEY_CURRENT_USER, key, 0, KEY_READ, &k) != ERROR_SUCCESS)
-        return "";
-    BYTE data[300] = {};
+    char data[300] = {};
     DWORD type = 0, size = sizeof data - 1;
-    std::string result;
-    if (RegQueryValueExA(k, name, nullptr, &type, data, &size) == ERROR_SUCCESS)
-        result = type == REG_DWORD ? "#" + std::to_string(*reinterpret_cast<DWORD *>(data))
-                                   : std::string(reinterpret_cast<char *>(data));
-    RegCloseKey(k);
-    return result;
+    if (RegGetValueA(HKEY_CURRENT_USER, key, name, RRF_RT_ANY, &type, data, &size) != ERROR_SUCCESS)
+        return "";
+    return type == REG_DWORD ? "#" + std::to_string(*reinterpret_cast<DWORD *>(data)) : data;
 }
 
 void setText(const char *name, const char *value)
 {
-    HKEY k;
-    ASSERT_EQ(RegCreateKeyExA(HKEY_CURRENT_USER, kIntl, 0, nullptr, 0, KEY_WRITE, nullptr, &k, nullptr), ERROR_SUCCESS);
-    RegSetValueExA(k, name, 0, REG_SZ, reinterpret_cast<const BYTE *>(value), DWORD(strlen(value) + 1));
-    RegCloseKey(k);
+    RegSetKeyValueA(HKEY_CURRENT_USER, kIntl, name, REG_SZ, value, DWORD(strlen(value) + 1));
 }
 
-void deleteValues(const char *key, const char *const *names, size_t count)
+void deleteValues(const char *const *names, size_t count)
 {
-    HKEY k;
-    if (RegOpenKeyExA(HKEY_CURRENT_USER, key, 0, KEY_WRITE, &k) != ERROR_SUCCESS)
-        return;
     for (size_t i = 0; i < count; i++)
-        RegDeleteValueA(k, names[i]);
-    RegCloseKey(k);
+        RegDeleteKeyValueA(HKEY_CURRENT_USER, kIntl, names[i]);
 }
 
 /* The system's values are saved before each test and put back after it. */
 class Intl : public ::testing::Test {
 protected:
-    std::string saved[sizeof kSystemNames / sizeof kSystemNames[0]];
+    std::string saved[std::size(kSystemNames)];
     void SetUp() override
     {
         for (size_t i = 0; i < std::size(kSystemNames); i++)
             saved[i] = readValue(kIntl, kSystemNames[i]);
-        deleteValues(kIntl, kOverrideNames, std::size(kOverrideNames));
+        deleteValues(kOverrideNames, std::size(kOverrideNames));
         RegDeleteTreeA(HKEY_CURRENT_USER, kApp);
         OSErrorClearError();
     }
     void TearDown() override
     {
-        for (size_t i = 0; i < std::size(kSystemNames); i++) {
+        for (size_t i = 0; i < std::size(kSystemNames); i++)
             if (!saved[i].empty())
                 setText(kSystemNames[i], saved[i].c_str());
-        }
-        deleteValues(kIntl, kOverrideNames, std::size(kOverrideNames));
-        RegDeleteTreeA(HKEY_CURRENT_USER, kApp);
+        SetUp();
         OSDateTimeGetWinIniSettings();
-        OSErrorClearError();
-    }
-    std::string timePicture(uint8_t flags)
-    {
-        char text[64];
-        OSDateTimeGetTimeFormat(text, flags, sizeof text);
-        return text;
     }
 };
 
 TEST_F(Intl, DeletedValuesTakeTheDefaults)
 {
-    deleteValues(kIntl, kSystemNames, std::size(kSystemNames));
-    ASSERT_TRUE(OSDateTimeGetWinIniSettings());
-    OSIntlSettings s;
-    ASSERT_TRUE(OSDateTimeGetIntlSettings(&s));
-    EXPECT_EQ(s.iTime, 0u);
-    EXPECT_STREQ(s.sTime, ":");
-    EXPECT_STREQ(s.s1159, "AM");
-    EXPECT_STREQ(s.s2359, "PM");
-    EXPECT_STREQ(s.sDate, "/");
-    EXPECT_EQ(s.iDate, 0u);
-    EXPECT_EQ(s.iWeekStartsOn, 0u);
-    EXPECT_STREQ(s.sCodePageTranslation, "0");
-    EXPECT_EQ(OSDateTimeGetLeadZero(), 0u);
-    EXPECT_EQ(timePicture(0x10), "h:mm:ss tt");
-    char text[64];
-    OSDateTimeGetDateFormat(text, 0x02, sizeof text);
-    EXPECT_STREQ(text, "M/d/yyyy");
-    OSDateTimeGetDateFormat(text, 0, sizeof text);
-    EXPECT_STREQ(text, "dddd, MMMM d, yyyy");
+    deleteValues(kSystemNames, std::size(kSystemNames));
+    expectDefaultSettings();
 }
 
-TEST_F(Intl, SystemValuesShapeTheText)
+TEST_F(Intl, SystemValuesShapeTheTextAndTheFilteredPictures)
 {
-    setText("iTime", "1");
-    setText("sDate", "-/");
-    setText("sShortDate", "dd-MM-yyyy");
-    setText("sTimeFormat", "HH.mm.ss");
-    setText("sTime", ".");
-    setText("s1159", "");
+    const char *values[][2] = {{"iTime", "1"}, {"sDate", "-/"}, {"sShortDate", "dd-MM-yyyy"},
+                               {"sTimeFormat", "HH.mm.ss tt"}, {"sTime", "."}, {"s1159", ""}};
+    for (const auto &v : values)
+        setText(v[0], v[1]);
     ASSERT_TRUE(OSDateTimeGetWinIniSettings());
     OSIntlSettings s;
     OSDateTimeGetIntlSettings(&s);
-    EXPECT_EQ(s.iTime, 1u);
     EXPECT_STREQ(s.sDate, "-") << "the date separator is cut to one character";
     EXPECT_STREQ(s.s1159, "AM") << "an empty designator takes the resource text";
     const OSDateTime t{2024, 3, 5, 14, 7, 9, 0};
     char text[64];
-    EXPECT_STREQ(OSDateTimeToString(&t, text, nullptr, 0x32, sizeof text), "05-03-2024 14.07.09");
-    EXPECT_STREQ(OSDateTimeToString(&t, text, nullptr, 0x22, sizeof text), "05-03-2024 14.07");
+    EXPECT_STREQ(OSDateTimeToString(&t, text, nullptr, 0xB2, sizeof text), "05-03-2024 14.07.09 ");
     EXPECT_FALSE(OSIsDateTimePM(&t)) << "the 24-hour clock";
+    const struct {
+        uint8_t flags;
+        const char *expected;
+    } filters[] = {{0, "HH.mm tt"}, {0x80, "HH.mm "}, {0x40, "tt"}, {0x10, "HH.mm.ss tt"}};
+    for (const auto &f : filters) {
+        OSDateTimeGetTimeFormat(text, f.flags, sizeof text);
+        EXPECT_STREQ(text, f.expected);
+    }
 }
 
 TEST_F(Intl, OverridesAreWrittenBesideTheSystemValuesOnlyWhenChanged)
@@ -140,59 +106,36 @@ TEST_F(Intl, OverridesAreWrittenBesideTheSystemValuesOnlyWhenChanged)
         EXPECT_EQ(readValue(kIntl, name), "") << name << " written for an identical record";
     EXPECT_EQ(readValue(kApp, "VeliWeekStartsOn"), "");
 
-    s.iTime = s.iTime ? 0 : 1;
+    s.iTime = !s.iTime;
     strcpy(s.sDate, ".");
     s.iWeekStartsOn = 3;
-    strcpy(s.sCodePageTranslation, "1252");
     ASSERT_TRUE(OSDateTimeSetIntlSettings(&s));
     EXPECT_EQ(readValue(kIntl, "VeliTime"), "#" + std::to_string(s.iTime));
     EXPECT_EQ(readValue(kIntl, "VelsDate"), ".");
     EXPECT_EQ(readValue(kIntl, "VelsTime"), "");
     EXPECT_EQ(readValue(kIntl, "iTime"), systemTime) << "the system's own value is never changed";
     EXPECT_EQ(readValue(kApp, "VeliWeekStartsOn"), "#3");
-    EXPECT_EQ(readValue(kApp, "VelsCodePageTranslation"), "1252");
-    EXPECT_EQ(OSDateTimeGetWeekStart(), 3u);
-
-    // The application's own values come back on the next read; the system's
-    // values replace the rest of the cache.
+    // Only the application's values come back on the next read.
     OSDateTimeGetWinIniSettings();
-    OSIntlSettings again;
-    OSDateTimeGetIntlSettings(&again);
-    EXPECT_EQ(again.iWeekStartsOn, 3u);
-    EXPECT_STREQ(again.sCodePageTranslation, "1252");
-    EXPECT_STRNE(again.sDate, ".");
+    OSDateTimeGetIntlSettings(&s);
+    EXPECT_EQ(s.iWeekStartsOn, 3u);
+    EXPECT_STRNE(s.sDate, ".");
     EXPECT_EQ(OSErrorGetErrorValue(), 0u);
-}
-
-TEST_F(Intl, FilteredTimePictures)
-{
-    setText("sTimeFormat", "h:mm:ss tt");
-    setText("sTime", ":");
-    OSDateTimeGetWinIniSettings();
-    EXPECT_EQ(timePicture(0), "h:mm tt");
-    EXPECT_EQ(timePicture(0x80), "h:mm ");
-    EXPECT_EQ(timePicture(0x40), "tt");
-    EXPECT_EQ(timePicture(0x10), "h:mm:ss tt");
 }
 
 TEST_F(Intl, WordsOfTheResourceLibrary)
 {
-    const char *days[] = {"Sunday", "Monday", "Tuesday", "Wednesday", "Thursday", "Friday", "Saturday"};
-    const char *months[] = {"January", "February", "March",     "April",   "May",      "June",
-                            "July",    "August",   "September", "October", "November", "December"};
-    char text[32];
-    for (uint32_t i = 0; i < 7; i++) {
-        OSDayToString(i, 4, text, sizeof text);
-        EXPECT_STREQ(text, days[i]);
-        OSDayToString(i + 7, 3, text, sizeof text);
-        EXPECT_EQ(std::string(text), std::string(days[i], 3));
-    }
+    char day[32], month[32], text[64];
+    std::string all;
     for (uint32_t i = 0; i < 12; i++) {
-        OSMonthToString(i + 1, 4, text, sizeof text);
-        EXPECT_STREQ(text, months[i]);
+        OSDayToString(i, 4, day, sizeof day);
+        OSMonthToString(i + 1, 3, month, sizeof month);
+        all += std::string(day) + " " + month + " ";
     }
+    EXPECT_EQ(all, "Sunday Jan Monday Feb Tuesday Mar Wednesday Apr Thursday May Friday Jun Saturday Jul "
+                   "Sunday Aug Monday Sep Tuesday Oct Wednesday Nov Thursday Dec ");
     const OSDateTime t{2024, 3, 22, 9, 5, 0, 0};
-    EXPECT_STREQ(OSDateTimeToString(&t, text, "ddd o MMM, Hz mZ", 0, sizeof text), "Fri 22nd Mar, 9h 5m");
+    EXPECT_STREQ(OSDateTimeToString(&t, text, "dddd o MMMM, Hz mZ", 0, sizeof text), "Friday 22nd March, 9h 5m");
 }
 
 } // namespace
