@@ -202,7 +202,7 @@ BOOL QVAPI OSDateTimeMonthGridEx(const OSDateTime *dt, uint32_t weekStart, BOOL 
    no-date record or a null argument (RV_BadParms). */
 BOOL QVAPI OSWeekNo(const OSDateTime *dt, uint32_t weekStart, uint32_t *week);
 /* The sign 0 (Aries) .. 11 (Pisces) of the date; 12 for an invalid record
-   (reason recorded), a no-date record, or null (RV_BadParms). */
+   (reason recorded), a no-date record (nothing recorded) or null (RV_BadParms). */
 uint32_t QVAPI OSGetZodiacSign(const OSDateTime *dt);
 /* The sign's name (mode 1), its name and date range (mode 2) or its date
    range (other modes) in output (size bytes) or, for a null output, a static
