@@ -10,6 +10,8 @@ list(APPEND QV_WINDOWS_SOURCES datetime/intlstore_win.cpp)
 list(APPEND QV_PORTABLE_SOURCES datetime/dttext.cpp)
 
 # text to date-time
+list(APPEND QV_PORTABLE_SOURCES datetime/parse.cpp)
 
 # month grid, week numbers and zodiac
+list(APPEND QV_PORTABLE_SOURCES datetime/monthgrid.cpp datetime/zodiac.cpp)
 

@@ -2,9 +2,12 @@
  * qvdemo: a client module of qviso32 in plain C.  It loads the library (the
  * import library does that before main), opens an instance, shows what
  * start-up loaded, records an error and reads it back, presents one error of
- * each icon kind, and prints dates in the user's pictures.
+ * each icon kind, prints dates in the user's pictures, then reads a typed
+ * date (the first argument, else a line of input) with each of the readers
+ * and lays out that date's month with week numbers and its zodiac sign.
  */
 #include <stdio.h>
+#include <string.h>
 
 #include "qviso32.h"
 
@@ -107,7 +110,102 @@ static void showErrorBoxes(void)
     UnhookWindowsHookEx(BoxHook);
 }
 
-int main(void)
+/* One month laid out as the calendar views do: rows of days, the week
+   number at the left. */
+struct MonthCells {
+    OSDateTime cells[6][7];
+    int used[6][7];
+};
+
+static uint32_t QVCALLBACK keepCell(OSDateTime *cell, uint32_t column, uint32_t row, void *cells, uint32_t unused)
+{
+    struct MonthCells *month = (struct MonthCells *)cells;
+    (void)unused;
+    month->cells[row][column] = *cell;
+    month->used[row][column] = 1;
+    return 1;
+}
+
+static void showMonth(const OSDateTime *date)
+{
+    static struct MonthCells month;
+    uint32_t weekStart = OSDateTimeGetWeekStart();
+    uint32_t rows = OSDateTimeCalcNumRowsForMonth(date, weekStart);
+    uint32_t row, column, week;
+    char name[32];
+
+    memset(&month, 0, sizeof month);
+    if (!OSDateTimeMonthGridEx(date, weekStart, 1, keepCell, &month, 0))
+        return;
+    printf("  %s\n   wk", OSDateTimeToString(date, NULL, "MMMM yyyy", 0, 0));
+    for (column = 0; column < 7; column++) {
+        OSDayToString(weekStart + column, 3, name, sizeof name);
+        printf(" %3s", name);
+    }
+    printf("\n");
+    for (row = 0; row < rows; row++) {
+        for (column = 0; column < 7 && !month.used[row][column]; column++)
+            ;
+        if (column < 7 && OSWeekNo(&month.cells[row][column], weekStart, &week))
+            printf("   %2lu", (unsigned long)week);
+        for (column = 0; column < 7; column++) {
+            if (month.used[row][column])
+                printf(" %3u", month.cells[row][column].day);
+            else
+                printf("    ");
+        }
+        printf("\n");
+    }
+}
+
+static void showTypedDate(const char *typed)
+{
+    static const char *const names[] = {"OSStringToDateTime", "OSStringToDateTimeTimeBias",
+                                        "OSStringToDateTimeComplete", "OSStringToDateTimeForImport"};
+    BOOL(QVAPI * readers[4])(OSDateTime *, const char *);
+    OSDateTime read[4];
+    char tumbler[8];
+    int i;
+
+    readers[0] = OSStringToDateTime;
+    readers[1] = OSStringToDateTimeTimeBias;
+    readers[2] = OSStringToDateTimeComplete;
+    readers[3] = OSStringToDateTimeForImport;
+    printf("typed \"%s\"\n", typed);
+    for (i = 0; i < 4; i++) {
+        BOOL ok = readers[i](&read[i], typed);
+        printf("  %-28s %s %04u-%02u-%02u %02u:%02u:%02u%s\n", names[i], ok ? "TRUE " : "FALSE", read[i].year,
+               read[i].month, read[i].day, read[i].hour, read[i].minute, read[i].second,
+               OSIsValidDateTime(&read[i]) ? "" : " (not a valid date)");
+    }
+    if (OSConvertRealStringToTumblerTimeString(typed, tumbler) && tumbler[0])
+        printf("  %-28s %s minutes after midnight\n", "as a time of day", tumbler);
+    OSErrorClearError();
+    if (!OSIsValidDateTime(&read[2]) || read[2].year < 1800)
+        return;
+    showMonth(&read[2]);
+    printf("  zodiac: %s\n", OSZodiacToString(OSGetZodiacSign(&read[2]), NULL, 2, 0));
+}
+
+/* The typed date: the first argument, else a line of input. */
+static const char *typedDate(int argc, char **argv)
+{
+    static char line[256];
+    size_t n;
+
+    if (argc > 1)
+        return argv[1];
+    printf("type a date: ");
+    fflush(stdout);
+    if (!fgets(line, sizeof line, stdin))
+        return "25 Dec 99 14:00";
+    n = strlen(line);
+    while (n > 0 && (line[n - 1] == '\n' || line[n - 1] == '\r'))
+        line[--n] = '\0';
+    return line;
+}
+
+int main(int argc, char **argv)
 {
     if (!DrailufInstanceStart(0, 0)) {
         printf("DrailufInstanceStart failed\n");
@@ -117,6 +215,7 @@ int main(void)
     showErrorRoundTrip();
     showDates();
     showErrorBoxes();
+    showTypedDate(typedDate(argc, argv));
     DrailufInstanceStop(0);
     return 0;
 }

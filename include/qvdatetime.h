@@ -138,7 +138,84 @@ BOOL QVAPI OSDayToString(uint32_t weekday, uint32_t flags, char *buffer, uint32_
 
 /* ---- text to date-time */
 
+/* Reads a typed date (numbers in the user's date order, month and day
+   names, ordinals, today/tomorrow/yesterday); missing parts from today, the
+   time 00:00:00; blank text gives now.  The result is whether the record is
+   valid (nothing recorded); FALSE with RV_BadParms for a null argument.
+   Texts of 256 characters or more are cut to 255. */
+BOOL QVAPI OSStringToDateTime(OSDateTime *dt, const char *text);
+/* Reads a typed time (a lone number is the hour, "now", "noon", the
+   designators), then leftover numbers as day and month; missing parts from
+   today, 00:00:00; blank text gives now.  Validity as OSStringToDateTime. */
+BOOL QVAPI OSStringToDateTimeTimeBias(OSDateTime *dt, const char *text);
+/* Reads a typed date and time together ("25 Dec 99 14:00"); missing parts
+   from today, 00:00:00.  Validity as OSStringToDateTime. */
+BOOL QVAPI OSStringToDateTimeComplete(OSDateTime *dt, const char *text);
+/* As OSStringToDateTimeComplete for imported text ("-" also divides, a found
+   year makes the numbers month then day), without defaults: missing parts
+   are 0.  Always TRUE (the caller checks validity) except for a null
+   argument (FALSE, RV_BadParms). */
+BOOL QVAPI OSStringToDateTimeForImport(OSDateTime *dt, const char *text);
+/* Hours and minutes ("2:30", "2h 30m", "90") to a tumbler string, the
+   minutes as a decimal number, at most 1439; blank input gives "".  output
+   needs 5 bytes (no size is passed).  FALSE with RV_BadParms for null. */
+BOOL QVAPI OSConvertHourMinuteStringToTumblerTimeString(const char *input, char *output);
+/* A typed time of day ("2:30 pm") to a tumbler string of its minutes since
+   midnight; blank input gives "".  FALSE, with "" written, for a text that is
+   no valid time, and with RV_BadParms for null.  output needs 5 bytes. */
+BOOL QVAPI OSConvertRealStringToTumblerTimeString(const char *input, char *output);
+/* A tumbler string to display text, "HH:mm" on the 24-hour clock, else
+   hours and minutes with their abbreviations; blank input gives "".  The
+   whole text is copied to output, whose size cannot be checked: callers
+   give it room for the longest such text.  FALSE with RV_BadParms for null. */
+BOOL QVAPI OSConvertTumblerTimeStringToHourMinuteString(const char *input, char *output);
+/* As OSConvertTumblerTimeStringToHourMinuteString, printed straight into
+   output with a room of 5 bytes, so at most 4 characters are written. */
+BOOL QVAPI OSConvertTumblerTimeStringToRealString(const char *input, char *output);
+
 /* ---- month grid, week numbers and zodiac */
+
+/* A month-grid callback: the cell's date (a temporary of the walk), its
+   column 0..6 and row, and the caller's two values.  Answers 0 to stop (the
+   walk succeeds), 0xFFFFFFFF to abort (the walk fails), anything else to go on. */
+typedef uint32_t(QVCALLBACK *OSMonthGridProc)(OSDateTime *cell, uint32_t column, uint32_t row, uint32_t value1,
+                                             uint32_t value2);
+typedef uint32_t(QVCALLBACK *OSMonthGridExProc)(OSDateTime *cell, uint32_t column, uint32_t row, void *value1,
+                                               uint32_t value2);
+
+/* The column 0..6 of a weekday (0 = Sunday) in a grid whose weeks start on weekStart. */
+uint32_t QVAPI OSDateTimeGetColumnForDayOfWeek(uint32_t weekday, uint32_t weekStart);
+/* The rows (4, 5 or 6) the record's month needs; 0 for an invalid record
+   (reason recorded) or a no-date record or null (RV_BadParms). */
+uint32_t QVAPI OSDateTimeCalcNumRowsForMonth(const OSDateTime *dt, uint32_t weekStart);
+/* Calls back once per cell of the record's month, row by row, over the rows
+   the month needs; with onlyThisMonth the other months' days are skipped, and
+   days outside 1800..2101 always are.  FALSE for an invalid record (reason
+   recorded), a no-date record or null (RV_BadParms), or a callback's abort. */
+BOOL QVAPI OSDateTimeMonthGrid(const OSDateTime *dt, uint32_t weekStart, BOOL onlyThisMonth, OSMonthGridProc callback,
+                               uint32_t value1, uint32_t value2);
+/* As OSDateTimeMonthGrid over six rows whatever the month, the first value a pointer. */
+BOOL QVAPI OSDateTimeMonthGridEx(const OSDateTime *dt, uint32_t weekStart, BOOL onlyThisMonth,
+                                 OSMonthGridExProc callback, void *value1, uint32_t value2);
+/* The week of the year (week 1 has at least four days in January) for weeks
+   starting on weekStart; FALSE for an invalid record (reason recorded), a
+   no-date record or a null argument (RV_BadParms). */
+BOOL QVAPI OSWeekNo(const OSDateTime *dt, uint32_t weekStart, uint32_t *week);
+/* The sign 0 (Aries) .. 11 (Pisces) of the date; 12 for an invalid record
+   (reason recorded), a no-date record (nothing recorded) or null (RV_BadParms). */
+uint32_t QVAPI OSGetZodiacSign(const OSDateTime *dt);
+/* The sign's name (mode 1), its name and date range (mode 2) or its date
+   range (other modes) in output (size bytes) or, for a null output, a static
+   128-byte buffer; the range's end is written only if it fits whole.  NULL
+   for a sign above 11 or size 0 (RV_BadParms) or a name that cannot be
+   loaded (RV_StringNonExistant or RV_OutOfLocalMemory). */
+char *QVAPI OSZodiacToString(uint32_t sign, char *output, uint32_t mode, uint32_t size);
+/* TRUE, with the sign stored, if the text names a sign (case-blind); FALSE
+   otherwise, for null arguments (RV_BadParms), or when a name cannot be loaded. */
+BOOL QVAPI OSStringToZodiac(const char *text, uint32_t *sign);
+/* The sign's character in the zodiac symbol font (0x5E + sign in the low
+   byte); the upper bits of the argument pass through. */
+uint32_t QVAPI OSGetZodiacSymbol(uint32_t sign);
 
 QV_EXTERN_C_END
 
