@@ -226,10 +226,13 @@ BOOL QVAPI OSDateTimeGetTimeFormat(char *buffer, uint8_t flags, uint32_t size)
         if (flags & 0x10) {
             buffer[out++] = c;
         } else if (c == 's') {
-            // Seconds go, and with them the separator that led up to them
-            // ("HH:mm:ss" becomes "HH:mm"), if it was copied at all.
+            // Seconds go, and with them as many characters of the output as
+            // the separator that led up to them in the picture ("HH:mm:ss"
+            // becomes "HH:mm").  That holds whatever was copied: with 0x40
+            // "tt h:mm:ss" loses a designator letter.  Never more than was
+            // written, though.
             const size_t before = static_cast<size_t>(p - picture);
-            if (!(flags & 0x40) && separatorLength && before >= separatorLength &&
+            if (separatorLength && before >= separatorLength &&
                 memcmp(p - separatorLength, separator, separatorLength) == 0)
                 out -= separatorLength < out ? separatorLength : out;
         } else if (c == 't' ? !(flags & 0x80) : !(flags & 0x40)) {

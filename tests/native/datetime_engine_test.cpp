@@ -99,7 +99,7 @@ TEST_F(Settings, TimePictureFilters)
     } cases[] = {
         {"h:mm:ss tt", ":", 0, 50, "h:mm tt"}, {"h:mm:ss tt", ":", 0x80, 50, "h:mm "},
         {"h:mm:ss tt", ":", 0x40, 50, "tt"},   {"h:mm:ss tt", ":", 0x10, 50, "h:mm:ss tt"},
-        {"HH::mm::ss", "::", 0, 50, "HH::mm"}, {"tt HH:mm:ss", ":", 0x40, 50, "tt"},
+        {"HH::mm::ss", "::", 0, 50, "HH::mm"}, {"tt HH:mm:ss", ":", 0x40, 50, "t"},
         {"h:mm:ss tt", ":", 0, 4, "h:m"},      {"h:mm:ss tt", ":", 0x10, 4, "h:m"},
         {"h:mm:ss tt", ":", 0, 1, ""},         {"ss:h", ":", 0, 50, ":h"},
     };
