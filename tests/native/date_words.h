@@ -23,9 +23,8 @@ inline void setList(uint32_t base, const char *list)
         fakeos::setString(base++, word);
 }
 
-/* Fills the string table with the English words and starts the engine;
-   false if the start failed. */
-inline bool startEnglish()
+/* Fills the string table with the English words. */
+inline void putEnglish()
 {
     setList(IDS_DAY_NAME_BASE, "Sunday Monday Tuesday Wednesday Thursday Friday Saturday");
     setList(IDS_DAY_ABBREV_BASE, "Sun Mon Tue Wed Thu Fri Sat");
@@ -47,6 +46,12 @@ inline bool startEnglish()
     fakeos::setString(IDS_LONG_DATE_DMY, "dddd, d MMMM yyyy");
     fakeos::setString(IDS_LONG_DATE_MDY, "dddd, MMMM d, yyyy");
     fakeos::setString(IDS_LONG_DATE_YMD, "dddd, yyyy MMMM d");
+}
+
+/* The English words, then the engine's start; false if the start failed. */
+inline bool startEnglish()
+{
+    putEnglish();
     return qvDateTimeStart(nullptr) != 0;
 }
 

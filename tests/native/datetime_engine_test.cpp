@@ -2,6 +2,8 @@
  * The engine's start, the settings cache over a scripted store, the
  * filtered time picture, and the cycle rebuild behind adjustment by days.
  */
+#include <stdlib.h>
+
 #include <string>
 #include <vector>
 
@@ -117,7 +119,7 @@ TEST_F(Settings, TimePictureFilters)
 TEST_F(Settings, StartFailsAtTheFirstWordThatCannotBeLoaded)
 {
     for (uint32_t id : {400u, 403u, 136u, 251u, 2631u, 0u}) { // 0: the 21st allocation fails instead
-        putDateWords();
+        datewords::putEnglish();
         fakeos::setString(id, nullptr);
         fakeos::failLocalAllocs(id ? 0 : 1, 20);
         OSErrorClearError();
