@@ -36,31 +36,6 @@ std::string resourceText(UINT id)
     return text;
 }
 
-TEST_F(Boxes, MessageIsFormattedShownAndAnswered)
-{
-    boxhook::Answer = IDCANCEL;
-    int result = OSMessage(nullptr, ResourceGetHandle(), "Files", IDS_ERR_NO_FILE, MB_OKCANCEL | MB_ICONHAND, "C:\\a.txt");
-    EXPECT_EQ(result, IDCANCEL);
-    ASSERT_EQ(Seen.size(), 1u);
-    EXPECT_EQ(Seen[0].text, "The file C:\\a.txt could not be found.");
-    EXPECT_EQ(Seen[0].caption, "Files");
-    EXPECT_TRUE(Seen[0].ok && Seen[0].cancel && Seen[0].icon != boxhook::NoIcon);
-    EXPECT_FALSE(Seen[0].yes || Seen[0].no || Seen[0].topmost);
-}
-
-TEST_F(Boxes, AGoneOwnerFallsBackToASystemModalBox)
-{
-    HWND owner = CreateWindowA("STATIC", "owner", WS_OVERLAPPED, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr);
-    ASSERT_NE(owner, nullptr);
-    DestroyWindow(owner);
-    boxhook::Answer = IDOK;
-    EXPECT_EQ(OSMessage(owner, ResourceGetHandle(), "Gone", IDS_ERR_NO_FILE, MB_OK, "x"), IDOK);
-    ASSERT_EQ(Seen.size(), 1u);
-    EXPECT_EQ(Seen[0].text, "The file x could not be found.");
-    EXPECT_TRUE(Seen[0].topmost);
-    EXPECT_EQ(Seen[0].icon, boxhook::NoIcon);
-}
-
 /* Refuses the creation of the next `BoxesToRefuse` message boxes. */
 int BoxesToRefuse;
 LRESULT CALLBACK refuseBoxes(int code, WPARAM wp, LPARAM lp)
@@ -74,32 +49,58 @@ LRESULT CALLBACK refuseBoxes(int code, WPARAM wp, LPARAM lp)
     return CallNextHookEx(nullptr, code, wp, lp);
 }
 
-TEST_F(Boxes, RefusedBoxesFallBackToSystemModalThenToTheFallbackText)
+enum Buttons { None, OkOnly, OkCancel, YesNo };
+
+TEST_F(Boxes, MessageIsShownThenRetriedSystemModalThenReplacedByTheFallback)
 {
+    HWND gone = CreateWindowA("STATIC", "owner", WS_OVERLAPPED, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr);
+    ASSERT_NE(gone, nullptr);
+    DestroyWindow(gone);
     HHOOK refuse = SetWindowsHookExA(WH_CBT, refuseBoxes, nullptr, GetCurrentThreadId());
     ASSERT_NE(refuse, nullptr);
-    boxhook::Answer = IDYES;
-    BoxesToRefuse = 1;
-    EXPECT_EQ(OSMessage(nullptr, ResourceGetHandle(), "Once", IDS_ERR_NO_FILE, MB_YESNO, "x"), IDYES);
-    BoxesToRefuse = 2;
-    boxhook::Answer = IDOK;
-    EXPECT_EQ(OSMessage(nullptr, ResourceGetHandle(), "Twice", IDS_ERR_NO_FILE, MB_YESNO, "x"), 2);
+    const std::string noFile = "The file x could not be found.", fallback = resourceText(IDS_FALLBACK_MESSAGE);
+    const struct {
+        HWND owner;
+        int refused;
+        UINT id, style;
+        int answer, result;
+        const std::string *text; /* null: nothing is shown */
+        Buttons buttons;
+        boxhook::Icon icon;
+        bool topmost;
+    } cases[] = {
+        {nullptr, 0, IDS_ERR_NO_FILE, MB_OKCANCEL | MB_ICONHAND, IDCANCEL, IDCANCEL, &noFile, OkCancel, boxhook::Hand, false},
+        // A destroyed owner makes the first box fail: the retry is system-modal.
+        {gone, 0, IDS_ERR_NO_FILE, MB_OK, IDOK, IDOK, &noFile, OkOnly, boxhook::NoIcon, true},
+        {nullptr, 1, IDS_ERR_NO_FILE, MB_YESNO, IDYES, IDYES, &noFile, YesNo, boxhook::NoIcon, true},
+        {nullptr, 2, IDS_ERR_NO_FILE, MB_YESNO, IDOK, 2, &fallback, OkOnly, boxhook::Hand, true},
+        {nullptr, 0, 4242, MB_OK, IDOK, 0, nullptr, None, boxhook::NoIcon, false},
+    };
+    for (size_t i = 0; i < std::size(cases); i++) {
+        const auto &c = cases[i];
+        Seen.clear();
+        OSErrorClearError();
+        BoxesToRefuse = c.refused;
+        boxhook::Answer = c.answer;
+        EXPECT_EQ(OSMessage(c.owner, ResourceGetHandle(), "Files", c.id, c.style, "x"), c.result) << i;
+        EXPECT_EQ(Seen.size(), c.text ? 1u : 0u) << i;
+        if (!c.text) {
+            EXPECT_EQ(OSErrorGetErrorValue(), static_cast<RV>(RV_StringNonExistant));
+            EXPECT_EQ(OSErrorGetErrorInfo()->Param3, 4242u);
+            continue;
+        }
+        if (Seen.empty())
+            continue;
+        const boxhook::Box &box = Seen[0];
+        EXPECT_EQ(box.text, *c.text) << i;
+        EXPECT_EQ(box.caption, "Files") << i;
+        EXPECT_EQ(box.topmost, c.topmost) << i;
+        EXPECT_EQ(box.icon, c.icon) << i;
+        EXPECT_TRUE(box.ok == (c.buttons == OkOnly || c.buttons == OkCancel) && box.cancel == (c.buttons == OkCancel) &&
+                    box.yes == (c.buttons == YesNo) && box.no == (c.buttons == YesNo))
+            << i;
+    }
     UnhookWindowsHookEx(refuse);
-    ASSERT_EQ(Seen.size(), 2u);
-    EXPECT_EQ(Seen[0].text, "The file x could not be found.");
-    EXPECT_TRUE(Seen[0].topmost && Seen[0].yes);
-    EXPECT_EQ(Seen[1].text, resourceText(IDS_FALLBACK_MESSAGE));
-    EXPECT_EQ(Seen[1].caption, "Twice");
-    EXPECT_TRUE(Seen[1].topmost && Seen[1].ok && Seen[1].icon != boxhook::NoIcon);
-    EXPECT_FALSE(Seen[1].yes);
-}
-
-TEST_F(Boxes, AnUnknownStringShowsNothingAndIsRecorded)
-{
-    EXPECT_EQ(OSMessage(nullptr, ResourceGetHandle(), "x", 4242, MB_OK), 0);
-    EXPECT_TRUE(Seen.empty());
-    EXPECT_EQ(OSErrorGetErrorValue(), static_cast<RV>(RV_StringNonExistant));
-    EXPECT_EQ(OSErrorGetErrorInfo()->Param3, 4242u);
 }
 
 HCURSOR frame(int n) { return LoadCursorA(ResourceGetHandle(), MAKEINTRESOURCEA(n)); }
