@@ -158,10 +158,12 @@ TEST(Roman, SizeCountsGroupsNotLetters)
     // The static result holds 127 groups.
     EXPECT_EQ(strlen(DToRoman(200000, 0, nullptr, 0)), 127u);
     EXPECT_EQ(std::string(DToRoman(124888, 0, nullptr, 0)), std::string(124, 'm') + "dccclxxxviii");
+    // No group of room: the empty numeral in the caller's buffer, and no error.
     OSErrorClearError();
-    EXPECT_EQ(DToRoman(5, 0, buffer, 0), nullptr);
-    EXPECT_EQ(OSErrorGetErrorValue(), static_cast<RV>(RV_BadParms));
-    OSErrorClearError();
+    strcpy(buffer, "xyz");
+    EXPECT_EQ(DToRoman(5, 0, buffer, 0), buffer);
+    EXPECT_STREQ(buffer, "");
+    EXPECT_EQ(OSErrorGetErrorValue(), RV{RV_Success});
 }
 
 /* Elements of the widths the sort swaps in different ways; the key is the
