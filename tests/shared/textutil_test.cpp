@@ -237,18 +237,49 @@ TEST(Sort, AnOrderedArrayCostsNMinusOneComparisonsAndIsNotTouched)
     EXPECT_EQ(Comparisons, 999);
     for (uint32_t i = 0; i < 1000; i++)
         ASSERT_EQ(items[i], i / 3);
-    // Nearly ordered and reversed input pass the pre-check to the quicksort,
-    // which must stay far from quadratic on them.
-    for (int shape = 0; shape < 2; shape++) {
-        if (shape == 0)
-            std::swap(items[0], items[999]);
-        else
-            std::reverse(items.begin(), items.end());
+}
+
+TEST(Sort, EqualKeysEndWhereFirstElementPivotsPutThem)
+{
+    // Worked through by hand: each range's first element is its pivot, and
+    // both scans stop at elements equal to it.  A pivot taken from anywhere
+    // else leaves equal keys in another order ("cba" for the first row).
+    struct Case { const char *keys, *tags, *sortedTags; int comparisons; } cases[] = {
+        {"110", "abc", "cab", 5},
+        {"21210", "abcde", "edbac", 9},
+        {"313213", "abcdef", "bedfac", 12},
+    };
+    for (const Case &c : cases) {
+        const size_t n = strlen(c.keys);
+        std::vector<Element<12>> items(n);
+        for (size_t i = 0; i < n; i++) {
+            const uint32_t key = static_cast<uint32_t>(c.keys[i] - '0');
+            memcpy(items[i].bytes, &key, 4);
+            items[i].bytes[4] = static_cast<unsigned char>(c.tags[i]);
+        }
         Comparisons = 0;
-        QSort(items.data(), 1000, 4, compareKeys<4>);
-        EXPECT_TRUE(std::is_sorted(items.begin(), items.end())) << shape;
-        EXPECT_LT(Comparisons, 40000) << shape;
+        QSort(items.data(), static_cast<uint32_t>(n), 12, compareKeys<12>);
+        std::string tags;
+        for (const Element<12> &e : items)
+            tags += static_cast<char>(e.bytes[4]);
+        EXPECT_EQ(tags, c.sortedTags) << c.keys;
+        EXPECT_EQ(Comparisons, c.comparisons) << c.keys;
     }
+}
+
+TEST(Sort, NearlyOrderedInputStaysFarFromQuadratic)
+{
+    // A sorted list with one element appended passes the pre-check; with
+    // first-element pivots throughout it would cost n*n/2 = 5e9 comparisons.
+    const uint32_t n = 100000;
+    std::vector<uint32_t> items(n);
+    for (uint32_t i = 0; i < n; i++)
+        items[i] = i + 1;
+    items[n - 1] = 0;
+    Comparisons = 0;
+    QSort(items.data(), n, 4, compareKeys<4>);
+    EXPECT_TRUE(std::is_sorted(items.begin(), items.end()));
+    EXPECT_LT(Comparisons, 30000000);
 }
 
 uint32_t LongCalls;
