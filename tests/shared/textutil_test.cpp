@@ -306,7 +306,7 @@ TEST(Sort, TheLongFormReceivesAddressesAndBadArgumentsAreRefused)
     OSErrorClearError();
 }
 
-TEST(Random, FollowsItsRecurrenceAndStaysInRange)
+TEST(Random, FollowsItsRecurrence)
 {
     // Replays the generator from a known state: after SeedRnd the state is
     // the tick's low 16 bits.
@@ -315,10 +315,6 @@ TEST(Random, FollowsItsRecurrenceAndStaysInRange)
         uint16_t n = static_cast<uint16_t>(i % 97 + 1);
         state = (3431 * state + 13367) % 65280;
         ASSERT_EQ(Rnd(n), state % n) << i;
-    }
-    for (int i = 0; i < 100; i++) {
-        uint16_t r = Rnd(6);
-        ASSERT_LT(r, 6);
     }
 }
 
