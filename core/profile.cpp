@@ -89,7 +89,7 @@ uint32_t readString(HKEY root, const char *section, const char *systemSection, c
         size = 0;
     HKEY key = openSection(root, section, KEY_READ, RV_ReadFailure, failureName);
     if (!key)
-        return systemSection ? copyDefault(defaultValue, buffer, size) : 0;
+        return 0;
 
     uint32_t result;
     DWORD valueSize = 0;
@@ -137,7 +137,7 @@ uint32_t readInt(const char *section, const char *systemSection, const char *key
     bool created = false;
     HKEY key = openSection(HKEY_CURRENT_USER, section, KEY_READ, RV_ReadFailure, failureName, &created);
     if (!key)
-        return systemSection ? defaultValue : 0;
+        return 0;
 
     DWORD type = 0, valueSize = 0;
     uint32_t value;

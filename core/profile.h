@@ -7,7 +7,8 @@
  * default.  That is how the system's own settings (the international ones)
  * are read: the registry first, the system profile behind it.  A section
  * that cannot be opened is recorded as RV_ReadFailure naming the registry
- * section, and the default applies.
+ * section, and the result is 0 (the buffer untouched), as for the public
+ * readers: the system profile stands in only for a missing value.
  */
 #ifndef QV_CORE_PROFILE_H
 #define QV_CORE_PROFILE_H

@@ -48,8 +48,8 @@ char *QVAPI OneLine(char *text, uint32_t max);
    nonzero) into buffer, or into a static buffer (size 127) when buffer
    is null; 0 gives "".  size counts groups, not characters (each
    thousand is a group, each other decimal digit one group of up to four
-   letters), so buffer must hold size + 10 bytes.  Returns the numeral, or
-   null with RV_BadParms when a buffer comes with size 0. */
+   letters), so buffer must hold size + 10 bytes.  Returns the numeral (the
+   empty text for size 0); cannot fail. */
 char *QVAPI DToRoman(uint32_t value, int upper, char *buffer, uint32_t size);
 
 /* Sorts count elements of width bytes at base into ascending order (not

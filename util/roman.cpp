@@ -5,8 +5,6 @@
  * last group may add up to four letters when one group of room is left;
  * callers size their buffers for that.
  */
-#include "../core/os.h"
-#include "qverror.h"
 #include "qvutil.h"
 
 namespace {
@@ -24,12 +22,11 @@ constexpr const char *kPatterns[10] = {"", "0", "00", "000", "01", "1", "10", "1
 
 extern "C" char *QVAPI DToRoman(uint32_t value, int upper, char *buffer, uint32_t size)
 {
+    // A size of 0 allows no group, not no byte: the result is then the empty
+    // text, like the numeral of 0.
     if (!buffer) {
         buffer = RomanBuffer;
         size = kStaticGroups;
-    } else if (size == 0) {
-        OSErrorSetErrorInfo(RV_BadParms, "DToRoman");
-        return nullptr;
     }
     static constexpr char kLetters[] = "mdclxvi";
     char *out = buffer;

@@ -133,7 +133,7 @@ void roman(const uint8_t *data, size_t size)
     uint32_t value;
     memcpy(&value, data, 4);
     const int upper = data[4] & 1;
-    const uint32_t groups = data[5] + 1u;
+    const uint32_t groups = data[5];
     std::vector<char> buffer(groups + 10);
     std::string expected = romanReference(value, groups);
     if (upper)

@@ -58,14 +58,14 @@ TEST_F(Fallback, SystemProfileStandsBehindTheRegistry)
     EXPECT_EQ(OSErrorGetErrorValue(), RV_Success);
 }
 
-TEST_F(Fallback, UnopenableSectionRecordsAndGivesTheDefault)
+TEST_F(Fallback, UnopenableSectionRecordsAndGivesZeroLikeThePublicReaders)
 {
-    char buffer[16];
-    EXPECT_EQ(qvProfileStringWithFallback(nullptr, kSystemSection, "Word", "def", buffer, sizeof buffer, 0), 4u);
-    EXPECT_STREQ(buffer, "def");
+    char buffer[16] = "keep";
+    EXPECT_EQ(qvProfileStringWithFallback(nullptr, kSystemSection, "Word", "def", buffer, sizeof buffer, 0), 0u);
+    EXPECT_STREQ(buffer, "keep");
     EXPECT_EQ(OSErrorGetErrorValue(), RV_ReadFailure);
     OSErrorClearError();
-    EXPECT_EQ(qvProfileIntWithFallback(nullptr, kSystemSection, "Number", 5, 0), 5u);
+    EXPECT_EQ(qvProfileIntWithFallback(nullptr, kSystemSection, "Number", 5, 0), 0u);
     EXPECT_EQ(OSErrorGetErrorValue(), RV_ReadFailure);
 }
 
