@@ -113,6 +113,9 @@ TEST(Defence, EndingsInChildProcesses)
         DWORD exitCode;
     } const cases[] = {
         {"child_defence.exe defensive", 255},
+        {"child_defence.exe allow", 255},
+        {"child_defence.exe failure", 255},
+        {"child_defence.exe quit", 0},
         {"child_defence.exe veto", 0},
         {"child_defence.exe start", 0},
         // A resource library without the fallback text: start-up records
