@@ -95,6 +95,11 @@ TEST_F(Intl, OverridesAreWrittenBesideTheSystemValuesOnlyWhenChanged)
     OSIntlSettings s;
     OSDateTimeGetIntlSettings(&s);
     const std::string systemTime = readValue(kIntl, "iTime");
+    ASSERT_TRUE(OSDateTimeSetIntlSettings(&s));
+    for (const char *name : kOverrideNames)
+        EXPECT_EQ(readValue(kIntl, name), "") << name << " written for an identical record";
+    EXPECT_EQ(readValue(kApp, "VeliWeekStartsOn"), "");
+
     s.iTime = !s.iTime;
     strcpy(s.sDate, ".");
     s.iWeekStartsOn = 3;
