@@ -292,8 +292,8 @@ bool dayWords(const Context &c)
 }
 
 /* With no year found yet and no month or day given in words, the number at
-   the year's place of the short date picture is the year; two digits are a
-   year within 50 years ahead of now, else of the century before. */
+   the year's place of the short date picture is the year of this century,
+   or of the century before when that would lie more than 50 years ahead. */
 void yearAtPlace(const Context &c)
 {
     const uint32_t place = yearPlace(c.shortDate);
@@ -307,16 +307,11 @@ void yearAtPlace(const Context &c)
             continue;
         if (t.used)
             return;
-        // A longer number is a whole year: 2101, which the full reading's
-        // range stops short of, is read here.
-        uint32_t year = leadingNumber(t.text);
-        if (year < 100) {
-            year += 2000;
-            if (year > c.now.year + 50u)
-                year -= 100;
-        }
+        uint64_t year = uint64_t{leadingNumber(t.text)} + 2000;
+        if (year > c.now.year + 50u)
+            year -= 100;
         t.used = ByDate;
-        set(Year, year);
+        set(Year, static_cast<uint32_t>(year > 0xFFFFFFFFu ? 0xFFFFFFFFu : year));
         return;
     }
 }
@@ -553,8 +548,11 @@ bool readText(OSDateTime *dt, const char *text, Kind kind, const char *function)
             typedYear(c);
             dateWords(c);
         } else {
+            // The full reading knows no year's place: a year is a number in
+            // 32..2100 or none, and a missing one is this year.
             yearInRange();
-            dateWords(c);
+            monthNames();
+            dayWords(c);
             times(c, false);
         }
     }
