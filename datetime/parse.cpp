@@ -591,9 +591,10 @@ bool tumblerArguments(const char *input, char *output, const char *function)
     return true;
 }
 
+/* Five digits at most: a record's hour and minute are each below 256. */
 void writeMinutes(char *output, uint32_t minutes)
 {
-    snprintf(output, 5, "%lu", static_cast<unsigned long>(minutes));
+    snprintf(output, 6, "%lu", static_cast<unsigned long>(minutes));
 }
 
 /* Prints a time of day: "HH:mm" on the 24-hour clock, else hours and
@@ -646,9 +647,10 @@ BOOL QVAPI OSConvertRealStringToTumblerTimeString(const char *input, char *outpu
         return false;
     if (blank(input))
         return true;
+    // The minutes are written as read, whether or not they make a valid
+    // time: "25:00" is 1500.
     OSDateTime time;
-    if (!OSStringToDateTimeTimeBias(&time, input))
-        return false;
+    OSStringToDateTimeTimeBias(&time, input);
     writeMinutes(output, time.hour * 60u + time.minute);
     return true;
 }

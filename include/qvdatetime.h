@@ -161,8 +161,9 @@ BOOL QVAPI OSStringToDateTimeForImport(OSDateTime *dt, const char *text);
    needs 5 bytes (no size is passed).  FALSE with RV_BadParms for null. */
 BOOL QVAPI OSConvertHourMinuteStringToTumblerTimeString(const char *input, char *output);
 /* A typed time of day ("2:30 pm") to a tumbler string of its minutes since
-   midnight; blank input gives "".  FALSE, with "" written, for a text that is
-   no valid time, and with RV_BadParms for null.  output needs 5 bytes. */
+   midnight, hour * 60 + minute as read even when that is no valid time
+   ("25:00" gives 1500); blank input gives "".  TRUE; FALSE with RV_BadParms
+   for null.  output needs 6 bytes (no size is passed). */
 BOOL QVAPI OSConvertRealStringToTumblerTimeString(const char *input, char *output);
 /* A tumbler string to display text, "HH:mm" on the 24-hour clock, else
    hours and minutes with their abbreviations; blank input gives "".  The
