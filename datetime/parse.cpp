@@ -430,8 +430,9 @@ void splitTime(const char *text, const char *separator)
 }
 
 /* Times, the words for now and noon, and the designators.  In the time
-   reading a lone number is the hour; in the full reading it is left to the
-   day and month unless a designator is attached to it ("3pm"). */
+   reading a lone number is the hour and every token is the time's, so no
+   number is left to the day and month; in the full reading a lone number is
+   left to them unless a designator is attached to it ("3pm"). */
 void times(const Context &c, bool loneNumberIsHour)
 {
     Designators d;
@@ -459,6 +460,8 @@ void times(const Context &c, bool loneNumberIsHour)
             set(Second, 0);
             t.used = ByTime;
         }
+        if (loneNumberIsHour)
+            t.used = ByTime;
     }
     for (uint32_t i = 0; i < R.count; i++) {
         Token &t = R.tokens[i];

@@ -144,9 +144,9 @@ BOOL QVAPI OSDayToString(uint32_t weekday, uint32_t flags, char *buffer, uint32_
    valid (nothing recorded); FALSE with RV_BadParms for a null argument.
    Texts of 256 characters or more are cut to 255. */
 BOOL QVAPI OSStringToDateTime(OSDateTime *dt, const char *text);
-/* Reads a typed time (a lone number is the hour, "now", "noon", the
-   designators), then leftover numbers as day and month; missing parts from
-   today, 00:00:00; blank text gives now.  Validity as OSStringToDateTime. */
+/* Reads a typed time (the first lone number is the hour, "now", "noon", the
+   designators; every token is taken as part of the time) on today's date,
+   missing parts 0; blank text gives now.  Validity as OSStringToDateTime. */
 BOOL QVAPI OSStringToDateTimeTimeBias(OSDateTime *dt, const char *text);
 /* Reads a typed date and time together ("25 Dec 99 14:00"); missing parts
    from today, 00:00:00.  Validity as OSStringToDateTime. */
