@@ -219,20 +219,26 @@ void yearInRange()
 
 constexpr words::MonthForm kMonthForms[] = {words::MonthFull, words::MonthAbbrev, words::MonthAlt};
 
+/* The month a text names in any form, or 0. */
+uint32_t monthNamed(const char *text)
+{
+    for (uint32_t month = 1; month <= 12; month++)
+        for (const words::MonthForm form : kMonthForms)
+            if (textmatch::equalFolded(text, words::month(form, month)))
+                return month;
+    return 0;
+}
+
+/* Every month name is used up; the last one typed is the month. */
 void monthNames()
 {
     for (uint32_t i = 0; i < R.count; i++) {
         Token &t = R.tokens[i];
         if (t.used)
             continue;
-        for (uint32_t month = 1; month <= 12; month++) {
-            for (const words::MonthForm form : kMonthForms) {
-                if (textmatch::equalFolded(t.text, words::month(form, month))) {
-                    t.used = ByDate;
-                    set(Month, month);
-                    return;
-                }
-            }
+        if (const uint32_t month = monthNamed(t.text)) {
+            t.used = ByDate;
+            set(Month, month);
         }
     }
 }
