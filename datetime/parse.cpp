@@ -345,34 +345,29 @@ bool dayBeforeMonth(const char *picture)
     return false;
 }
 
-/* The remaining numbers as day and month: a number above 12 can only be a
-   day; otherwise the user's date order decides.  Words nothing recognised
-   are passed over rather than read as 0. */
+/* The first two tokens no pass used, as day and month: a number above 12
+   can only be a day; otherwise the user's date order decides.  A word reads
+   as 0, and a month or day found before is read again from the numbers. */
 void numbersAsDayAndMonth(const Context &c, bool importRule)
 {
     if (R.found[Month] && R.found[Day])
         return;
-    Token *numbers[2] = {};
+    Token *open[2] = {};
     uint32_t count = 0;
     for (uint32_t i = 0; i < R.count && count < 2; i++)
-        if (!R.tokens[i].used && startsWithDigit(R.tokens[i]))
-            numbers[count++] = &R.tokens[i];
+        if (!R.tokens[i].used)
+            open[count++] = &R.tokens[i];
     if (count == 0)
         return;
-    const uint32_t a = leadingNumber(numbers[0]->text);
-    if (R.found[Month] || R.found[Day] || count == 1) {
-        // One of the two is known (or only one number was typed): the
-        // first number is the other, if it can be.
-        if (!R.found[Day] && a <= 31) {
+    const uint32_t a = leadingNumber(open[0]->text);
+    if (count == 1) {
+        if (a <= 31) {
             set(Day, a);
-            numbers[0]->used = ByDate;
-        } else if (R.found[Day] && a <= 12) {
-            set(Month, a);
-            numbers[0]->used = ByDate;
+            open[0]->used = ByDate;
         }
         return;
     }
-    const uint32_t b = leadingNumber(numbers[1]->text);
+    const uint32_t b = leadingNumber(open[1]->text);
     bool monthFirst;
     if (a <= 12 && b >= 13)
         monthFirst = true;
@@ -388,7 +383,7 @@ void numbersAsDayAndMonth(const Context &c, bool importRule)
         monthFirst = !dayBeforeMonth(c.shortDate);
     set(Month, monthFirst ? a : b);
     set(Day, monthFirst ? b : a);
-    numbers[0]->used = numbers[1]->used = ByDate;
+    open[0]->used = open[1]->used = ByDate;
 }
 
 /* ---- the time pass */
