@@ -430,10 +430,10 @@ void splitTime(const char *text, const char *separator)
     }
 }
 
-/* Times, the words for now and noon, and the designators.  In the time
-   reading a lone number is the hour and every token is the time's, so no
-   number is left to the day and month; in the full reading a lone number is
-   left to them unless a designator is attached to it ("3pm"). */
+/* Times, the words for now and noon, and the designators; the tokens looked
+   at are used up.  In the time reading a lone number is the hour, so nothing
+   is left to the day and month; in the full reading a lone number is left to
+   them unless a designator is attached to it ("3pm"). */
 void times(const Context &c, bool loneNumberIsHour)
 {
     Designators d;
@@ -461,7 +461,8 @@ void times(const Context &c, bool loneNumberIsHour)
             set(Second, 0);
             t.used = ByTime;
         }
-        if (loneNumberIsHour)
+        // Every token is the time's but, in the full reading, a lone number.
+        if (loneNumberIsHour || !startsWithDigit(t))
             t.used = ByTime;
     }
     for (uint32_t i = 0; i < R.count; i++) {
