@@ -193,7 +193,7 @@ void typedYear(const Context &c)
             year = n < 1800 ? n + 1900 : n;
         else if (c.intl.iDate <= 1 && n > 31)
             year = n < 1800 ? n + 2000 : n;
-        else if (c.intl.iDate == 2 && startsWithDigit(t))
+        else if (c.intl.iDate == 2) // year first: the first token, whatever it holds
             year = n < 1800 ? n + 2000 : n;
         else
             continue;

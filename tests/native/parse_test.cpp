@@ -94,6 +94,7 @@ const Case kCases[] = {
     {D, &kMDY, "3/4/40", "2040-03-04 00:00:00", 1},
     {D, &kMDY, "3/4/05", "2005-03-04 00:00:00", 1},
     {D, &kYMD, "05-3-4", "2005-03-04 00:00:00", 1},
+    {D, &kYMD, "Dec 25", "2000-03-25 00:00:00", 1}, // year first: the word is the year 0
     {D, &kMDY, "3/4/1700", "3600-03-04 00:00:00", 0},
     // Words in any case and position; ordinals; relative days.
     {D, &kMDY, "dec 25", "2024-12-25 00:00:00", 1},
