@@ -193,7 +193,7 @@ void typedYear(const Context &c)
             year = n < 1800 ? n + 1900 : n;
         else if (c.intl.iDate <= 1 && n > 31)
             year = n < 1800 ? n + 2000 : n;
-        else if (c.intl.iDate == 2 && startsWithDigit(t))
+        else if (c.intl.iDate == 2) // year first: the first token, whatever it holds
             year = n < 1800 ? n + 2000 : n;
         else
             continue;
@@ -219,20 +219,26 @@ void yearInRange()
 
 constexpr words::MonthForm kMonthForms[] = {words::MonthFull, words::MonthAbbrev, words::MonthAlt};
 
+/* The month a text names in any form, or 0. */
+uint32_t monthNamed(const char *text)
+{
+    for (uint32_t month = 1; month <= 12; month++)
+        for (const words::MonthForm form : kMonthForms)
+            if (textmatch::equalFolded(text, words::month(form, month)))
+                return month;
+    return 0;
+}
+
+/* Every month name is used up; the last one typed is the month. */
 void monthNames()
 {
     for (uint32_t i = 0; i < R.count; i++) {
         Token &t = R.tokens[i];
         if (t.used)
             continue;
-        for (uint32_t month = 1; month <= 12; month++) {
-            for (const words::MonthForm form : kMonthForms) {
-                if (textmatch::equalFolded(t.text, words::month(form, month))) {
-                    t.used = ByDate;
-                    set(Month, month);
-                    return;
-                }
-            }
+        if (const uint32_t month = monthNamed(t.text)) {
+            t.used = ByDate;
+            set(Month, month);
         }
     }
 }
@@ -292,8 +298,8 @@ bool dayWords(const Context &c)
 }
 
 /* With no year found yet and no month or day given in words, the number at
-   the year's place of the short date picture is the year; two digits are a
-   year within 50 years ahead of now, else of the century before. */
+   the year's place of the short date picture is the year of this century,
+   or of the century before when that would lie more than 50 years ahead. */
 void yearAtPlace(const Context &c)
 {
     const uint32_t place = yearPlace(c.shortDate);
@@ -307,16 +313,11 @@ void yearAtPlace(const Context &c)
             continue;
         if (t.used)
             return;
-        // A longer number is a whole year: 2101, which the full reading's
-        // range stops short of, is read here.
-        uint32_t year = leadingNumber(t.text);
-        if (year < 100) {
-            year += 2000;
-            if (year > c.now.year + 50u)
-                year -= 100;
-        }
+        uint64_t year = uint64_t{leadingNumber(t.text)} + 2000;
+        if (year > c.now.year + 50u)
+            year -= 100;
         t.used = ByDate;
-        set(Year, year);
+        set(Year, static_cast<uint32_t>(year > 0xFFFFFFFFu ? 0xFFFFFFFFu : year));
         return;
     }
 }
@@ -344,34 +345,29 @@ bool dayBeforeMonth(const char *picture)
     return false;
 }
 
-/* The remaining numbers as day and month: a number above 12 can only be a
-   day; otherwise the user's date order decides.  Words nothing recognised
-   are passed over rather than read as 0. */
+/* The first two tokens no pass used, as day and month: a number above 12
+   can only be a day; otherwise the user's date order decides.  A word reads
+   as 0, and a month or day found before is read again from the numbers. */
 void numbersAsDayAndMonth(const Context &c, bool importRule)
 {
     if (R.found[Month] && R.found[Day])
         return;
-    Token *numbers[2] = {};
+    Token *open[2] = {};
     uint32_t count = 0;
     for (uint32_t i = 0; i < R.count && count < 2; i++)
-        if (!R.tokens[i].used && startsWithDigit(R.tokens[i]))
-            numbers[count++] = &R.tokens[i];
+        if (!R.tokens[i].used)
+            open[count++] = &R.tokens[i];
     if (count == 0)
         return;
-    const uint32_t a = leadingNumber(numbers[0]->text);
-    if (R.found[Month] || R.found[Day] || count == 1) {
-        // One of the two is known (or only one number was typed): the
-        // first number is the other, if it can be.
-        if (!R.found[Day] && a <= 31) {
+    const uint32_t a = leadingNumber(open[0]->text);
+    if (count == 1) {
+        if (a <= 31) {
             set(Day, a);
-            numbers[0]->used = ByDate;
-        } else if (R.found[Day] && a <= 12) {
-            set(Month, a);
-            numbers[0]->used = ByDate;
+            open[0]->used = ByDate;
         }
         return;
     }
-    const uint32_t b = leadingNumber(numbers[1]->text);
+    const uint32_t b = leadingNumber(open[1]->text);
     bool monthFirst;
     if (a <= 12 && b >= 13)
         monthFirst = true;
@@ -387,7 +383,7 @@ void numbersAsDayAndMonth(const Context &c, bool importRule)
         monthFirst = !dayBeforeMonth(c.shortDate);
     set(Month, monthFirst ? a : b);
     set(Day, monthFirst ? b : a);
-    numbers[0]->used = numbers[1]->used = ByDate;
+    open[0]->used = open[1]->used = ByDate;
 }
 
 /* ---- the time pass */
@@ -434,9 +430,10 @@ void splitTime(const char *text, const char *separator)
     }
 }
 
-/* Times, the words for now and noon, and the designators.  In the time
-   reading a lone number is the hour; in the full reading it is left to the
-   day and month unless a designator is attached to it ("3pm"). */
+/* Times, the words for now and noon, and the designators; the tokens looked
+   at are used up.  In the time reading a lone number is the hour, so nothing
+   is left to the day and month; in the full reading a lone number is left to
+   them unless a designator is attached to it ("3pm"). */
 void times(const Context &c, bool loneNumberIsHour)
 {
     Designators d;
@@ -464,6 +461,9 @@ void times(const Context &c, bool loneNumberIsHour)
             set(Second, 0);
             t.used = ByTime;
         }
+        // Every token is the time's but, in the full reading, a lone number.
+        if (loneNumberIsHour || !startsWithDigit(t))
+            t.used = ByTime;
     }
     for (uint32_t i = 0; i < R.count; i++) {
         Token &t = R.tokens[i];
@@ -553,8 +553,11 @@ bool readText(OSDateTime *dt, const char *text, Kind kind, const char *function)
             typedYear(c);
             dateWords(c);
         } else {
+            // The full reading knows no year's place: a year is a number in
+            // 32..2100 or none, and a missing one is this year.
             yearInRange();
-            dateWords(c);
+            monthNames();
+            dayWords(c);
             times(c, false);
         }
     }
@@ -593,21 +596,19 @@ bool tumblerArguments(const char *input, char *output, const char *function)
     return true;
 }
 
+/* Five digits at most: a record's hour and minute are each below 256. */
 void writeMinutes(char *output, uint32_t minutes)
 {
-    snprintf(output, 5, "%lu", static_cast<unsigned long>(minutes));
+    snprintf(output, 6, "%lu", static_cast<unsigned long>(minutes));
 }
 
-/* Prints a count of minutes as a time of day: "HH:mm" on the 24-hour clock,
-   else hours and minutes with their abbreviations ("02h 30m"). */
-char *printTumbler(const char *input, char *output, uint32_t size)
+/* Prints a time of day: "HH:mm" on the 24-hour clock, else hours and
+   minutes with their abbreviations ("02h 30m"). */
+char *printTime(const OSDateTime &time, char *output, uint32_t size)
 {
-    Context c;
-    loadContext(c);
-    const uint32_t minutes = tumblerMinutes(input, c);
-    OSDateTime time{c.now.year, c.now.month, c.now.day, static_cast<uint8_t>(minutes / 60),
-                    static_cast<uint8_t>(minutes % 60), 0, 0};
-    return OSDateTimeToString(&time, output, c.intl.iTime != 0 ? "HH:mm" : "HHz mmZ", 0x20, size);
+    OSIntlSettings intl;
+    OSDateTimeGetIntlSettings(&intl);
+    return OSDateTimeToString(&time, output, intl.iTime != 0 ? "HH:mm" : "HHz mmZ", 0x20, size);
 }
 
 } // namespace
@@ -651,9 +652,10 @@ BOOL QVAPI OSConvertRealStringToTumblerTimeString(const char *input, char *outpu
         return false;
     if (blank(input))
         return true;
+    // The minutes are written as read, whether or not they make a valid
+    // time: "25:00" is 1500.
     OSDateTime time;
-    if (!OSStringToDateTimeTimeBias(&time, input))
-        return false;
+    OSStringToDateTimeTimeBias(&time, input);
     writeMinutes(output, time.hour * 60u + time.minute);
     return true;
 }
@@ -664,7 +666,12 @@ BOOL QVAPI OSConvertTumblerTimeStringToHourMinuteString(const char *input, char 
         return false;
     if (blank(input))
         return true;
-    const char *text = printTumbler(input, nullptr, 0);
+    Context c;
+    loadContext(c);
+    const uint32_t minutes = tumblerMinutes(input, c);
+    const OSDateTime time{c.now.year, c.now.month, c.now.day, static_cast<uint8_t>(minutes / 60),
+                          static_cast<uint8_t>(minutes % 60), 0, 0};
+    const char *text = printTime(time, nullptr, 0);
     if (!text)
         return false;
     strcpy(output, text);
@@ -675,11 +682,16 @@ BOOL QVAPI OSConvertTumblerTimeStringToRealString(const char *input, char *outpu
 {
     if (!tumblerArguments(input, output, "OSConvertTumblerTimeStringToRealString"))
         return false;
-    // The display text goes straight into the caller's buffer with a room of
-    // five bytes, as callers have always sized it: "02:30" loses its last digit.
     if (blank(input))
         return true;
-    return printTumbler(input, output, 5) != nullptr;
+    // Read as a typed time of day, the way the other real-string conversion
+    // reads, so "150" is the hour 150: no time, and the output stays empty.
+    // The text goes straight into the caller's buffer with a room of five
+    // bytes, as callers have always sized it: "02:30" loses its last digit.
+    OSDateTime time;
+    if (OSStringToDateTimeTimeBias(&time, input))
+        printTime(time, output, 5);
+    return true;
 }
 
 } // extern "C"

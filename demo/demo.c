@@ -178,7 +178,8 @@ static void showTypedDate(const char *typed)
                read[i].month, read[i].day, read[i].hour, read[i].minute, read[i].second,
                OSIsValidDateTime(&read[i]) ? "" : " (not a valid date)");
     }
-    if (OSConvertRealStringToTumblerTimeString(typed, tumbler) && tumbler[0])
+    /* The conversion writes the minutes even of a time that is none ("25:00"). */
+    if (OSIsValidDateTime(&read[1]) && OSConvertRealStringToTumblerTimeString(typed, tumbler) && tumbler[0])
         printf("  %-28s %s minutes after midnight\n", "as a time of day", tumbler);
     OSErrorClearError();
     if (!OSIsValidDateTime(&read[2]) || read[2].year < 1800)

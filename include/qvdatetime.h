@@ -144,9 +144,9 @@ BOOL QVAPI OSDayToString(uint32_t weekday, uint32_t flags, char *buffer, uint32_
    valid (nothing recorded); FALSE with RV_BadParms for a null argument.
    Texts of 256 characters or more are cut to 255. */
 BOOL QVAPI OSStringToDateTime(OSDateTime *dt, const char *text);
-/* Reads a typed time (a lone number is the hour, "now", "noon", the
-   designators), then leftover numbers as day and month; missing parts from
-   today, 00:00:00; blank text gives now.  Validity as OSStringToDateTime. */
+/* Reads a typed time (the first lone number is the hour, "now", "noon", the
+   designators; every token is taken as part of the time) on today's date,
+   missing parts 0; blank text gives now.  Validity as OSStringToDateTime. */
 BOOL QVAPI OSStringToDateTimeTimeBias(OSDateTime *dt, const char *text);
 /* Reads a typed date and time together ("25 Dec 99 14:00"); missing parts
    from today, 00:00:00.  Validity as OSStringToDateTime. */
@@ -161,16 +161,19 @@ BOOL QVAPI OSStringToDateTimeForImport(OSDateTime *dt, const char *text);
    needs 5 bytes (no size is passed).  FALSE with RV_BadParms for null. */
 BOOL QVAPI OSConvertHourMinuteStringToTumblerTimeString(const char *input, char *output);
 /* A typed time of day ("2:30 pm") to a tumbler string of its minutes since
-   midnight; blank input gives "".  FALSE, with "" written, for a text that is
-   no valid time, and with RV_BadParms for null.  output needs 5 bytes. */
+   midnight, hour * 60 + minute as read even when that is no valid time
+   ("25:00" gives 1500); blank input gives "".  TRUE; FALSE with RV_BadParms
+   for null.  output needs 6 bytes (no size is passed). */
 BOOL QVAPI OSConvertRealStringToTumblerTimeString(const char *input, char *output);
 /* A tumbler string to display text, "HH:mm" on the 24-hour clock, else
    hours and minutes with their abbreviations; blank input gives "".  The
    whole text is copied to output, whose size cannot be checked: callers
    give it room for the longest such text.  FALSE with RV_BadParms for null. */
 BOOL QVAPI OSConvertTumblerTimeStringToHourMinuteString(const char *input, char *output);
-/* As OSConvertTumblerTimeStringToHourMinuteString, printed straight into
-   output with a room of 5 bytes, so at most 4 characters are written. */
+/* The text read as a typed time of day (as OSStringToDateTimeTimeBias) and
+   printed as OSConvertTumblerTimeStringToHourMinuteString does, straight into
+   output with a room of 5 bytes, so at most 4 characters are written; ""
+   for a text that is no valid time.  TRUE; FALSE with RV_BadParms for null. */
 BOOL QVAPI OSConvertTumblerTimeStringToRealString(const char *input, char *output);
 
 /* ---- month grid, week numbers and zodiac */

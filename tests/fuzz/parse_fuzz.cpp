@@ -40,12 +40,12 @@ void useSettings(uint8_t choice)
     strcpy(qvIntl.record.sTime, timeSeparators[(choice >> 6) % 4]);
 }
 
-bool decimalOrEmpty(const char *text)
+bool decimalOrEmpty(const char *text, size_t longest)
 {
     for (const char *p = text; *p; p++)
         if (*p < '0' || *p > '9')
             return false;
-    return strlen(text) <= 4;
+    return strlen(text) <= longest;
 }
 
 } // namespace
@@ -72,17 +72,18 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
             abort();
     }
 
-    // Exactly the room each conversion may use: 5 bytes for a tumbler
-    // string and for the five-byte display text.
+    // Exactly the room each conversion may use: 5 bytes for hours and
+    // minutes and for the five-byte display text, 6 for any typed time.
     char *small = static_cast<char *>(malloc(5));
-    if (OSConvertHourMinuteStringToTumblerTimeString(text, small) != 1 || !decimalOrEmpty(small))
-        abort();
-    OSConvertRealStringToTumblerTimeString(text, small);
-    if (!decimalOrEmpty(small))
+    if (OSConvertHourMinuteStringToTumblerTimeString(text, small) != 1 || !decimalOrEmpty(small, 4))
         abort();
     OSConvertTumblerTimeStringToRealString(text, small);
     if (strlen(small) > 4)
         abort();
+    char *minutes = static_cast<char *>(malloc(6));
+    if (OSConvertRealStringToTumblerTimeString(text, minutes) != 1 || !decimalOrEmpty(minutes, 5))
+        abort();
+    free(minutes);
     char display[200];
     OSConvertTumblerTimeStringToHourMinuteString(text, display);
     free(small);

