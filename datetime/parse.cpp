@@ -602,13 +602,16 @@ void writeMinutes(char *output, uint32_t minutes)
     snprintf(output, 6, "%lu", static_cast<unsigned long>(minutes));
 }
 
-/* Prints a time of day: "HH:mm" on the 24-hour clock, else hours and
-   minutes with their abbreviations ("02h 30m"). */
-char *printTime(const OSDateTime &time, char *output, uint32_t size)
+/* Prints a count of minutes as a time of day: "HH:mm" on the 24-hour clock,
+   else hours and minutes with their abbreviations ("02h 30m"). */
+char *printTumbler(const char *input, char *output, uint32_t size)
 {
-    OSIntlSettings intl;
-    OSDateTimeGetIntlSettings(&intl);
-    return OSDateTimeToString(&time, output, intl.iTime != 0 ? "HH:mm" : "HHz mmZ", 0x20, size);
+    Context c;
+    loadContext(c);
+    const uint32_t minutes = tumblerMinutes(input, c);
+    OSDateTime time{c.now.year, c.now.month, c.now.day, static_cast<uint8_t>(minutes / 60),
+                    static_cast<uint8_t>(minutes % 60), 0, 0};
+    return OSDateTimeToString(&time, output, c.intl.iTime != 0 ? "HH:mm" : "HHz mmZ", 0x20, size);
 }
 
 } // namespace
@@ -666,12 +669,7 @@ BOOL QVAPI OSConvertTumblerTimeStringToHourMinuteString(const char *input, char 
         return false;
     if (blank(input))
         return true;
-    Context c;
-    loadContext(c);
-    const uint32_t minutes = tumblerMinutes(input, c);
-    const OSDateTime time{c.now.year, c.now.month, c.now.day, static_cast<uint8_t>(minutes / 60),
-                          static_cast<uint8_t>(minutes % 60), 0, 0};
-    const char *text = printTime(time, nullptr, 0);
+    const char *text = printTumbler(input, nullptr, 0);
     if (!text)
         return false;
     strcpy(output, text);
@@ -682,16 +680,11 @@ BOOL QVAPI OSConvertTumblerTimeStringToRealString(const char *input, char *outpu
 {
     if (!tumblerArguments(input, output, "OSConvertTumblerTimeStringToRealString"))
         return false;
+    // The display text goes straight into the caller's buffer with a room of
+    // five bytes, as callers have always sized it: "02:30" loses its last digit.
     if (blank(input))
         return true;
-    // Read as a typed time of day, the way the other real-string conversion
-    // reads, so "150" is the hour 150: no time, and the output stays empty.
-    // The text goes straight into the caller's buffer with a room of five
-    // bytes, as callers have always sized it: "02:30" loses its last digit.
-    OSDateTime time;
-    if (OSStringToDateTimeTimeBias(&time, input))
-        printTime(time, output, 5);
-    return true;
+    return printTumbler(input, output, 5) != nullptr;
 }
 
 } // extern "C"

@@ -170,10 +170,8 @@ BOOL QVAPI OSConvertRealStringToTumblerTimeString(const char *input, char *outpu
    whole text is copied to output, whose size cannot be checked: callers
    give it room for the longest such text.  FALSE with RV_BadParms for null. */
 BOOL QVAPI OSConvertTumblerTimeStringToHourMinuteString(const char *input, char *output);
-/* The text read as a typed time of day (as OSStringToDateTimeTimeBias) and
-   printed as OSConvertTumblerTimeStringToHourMinuteString does, straight into
-   output with a room of 5 bytes, so at most 4 characters are written; ""
-   for a text that is no valid time.  TRUE; FALSE with RV_BadParms for null. */
+/* As OSConvertTumblerTimeStringToHourMinuteString, printed straight into
+   output with a room of 5 bytes, so at most 4 characters are written. */
 BOOL QVAPI OSConvertTumblerTimeStringToRealString(const char *input, char *output);
 
 /* ---- month grid, week numbers and zodiac */
