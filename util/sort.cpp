@@ -15,7 +15,8 @@
  * stall the same way, the range is finished by a heap sort, which bounds any
  * input to n log n.  Random input practically never makes such a run (one
  * such partition is a 1-in-128 event), so ordinary input keeps the
- * first-element behaviour exactly.
+ * first-element behaviour exactly.  A range whose elements all compare equal
+ * to its pivot is finished by the same swaps without further comparisons.
  */
 #include <string.h>
 
@@ -114,6 +115,31 @@ struct Sort {
         }
     }
 
+    /* What the quicksort does to a range whose elements all compare equal:
+       each scan moves one step per round, so the swaps (and so where equal
+       elements end up) are known without asking the comparison function. */
+    void equalRange(size_t lo, size_t hi) const
+    {
+        while (lo < hi) {
+            OSReWait(0);
+            size_t up = lo + 1, down = hi;
+            for (; up < down; up++, down--)
+                swap(up, down);
+            if (down != lo)
+                swap(lo, down);
+            if (down - lo < hi - down) {
+                if (down > lo)
+                    equalRange(lo, down - 1);
+                lo = down + 1;
+            } else {
+                equalRange(down + 1, hi);
+                if (down == lo)
+                    break;
+                hi = down - 1;
+            }
+        }
+    }
+
     /* Sorts [lo, hi] with pivots of the given kind; `stalls` counts the
        partitions in a row that made no progress. */
     void quicksort(size_t lo, size_t hi, Pivot pivot, size_t stalls) const
@@ -124,20 +150,32 @@ struct Sort {
                 medianToFront(lo, hi);
             // Both scans stop at elements equal to the pivot, which keeps
             // the split balanced on runs of equal keys.
+            // Every element meets the pivot at least once; when all of them
+            // compare equal to it, the range is one key (few distinct keys
+            // end so) and the rest follows without comparisons.
             size_t up = lo, down = hi + 1;
+            bool unequal = false;
             for (;;) {
+                int r;
                 do
                     up++;
-                while (up < hi && cmp(lo, up) > 0);
+                while (up < hi && (r = cmp(lo, up), unequal |= r != 0, r > 0));
                 do
                     down--;
-                while (down > lo && cmp(lo, down) < 0);
+                while (down > lo && (r = cmp(lo, down), unequal |= r != 0, r < 0));
                 if (up >= down)
                     break;
                 swap(up, down);
             }
             if (down != lo)
                 swap(lo, down);
+            if (!unequal) {
+                if (down > lo)
+                    equalRange(lo, down - 1);
+                if (down < hi)
+                    equalRange(down + 1, hi);
+                return;
+            }
             const size_t size = hi - lo + 1, smaller = down - lo < hi - down ? down - lo : hi - down;
             stalls = size >= kStallMinimum && smaller < size / kStallShare ? stalls + 1 : 0;
             if (stalls == kStallRun) {

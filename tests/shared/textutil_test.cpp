@@ -248,6 +248,10 @@ TEST(Sort, EqualKeysEndWhereFirstElementPivotsPutThem)
         {"110", "abc", "cab", 5},
         {"21210", "abcde", "edbac", 9},
         {"313213", "abcdef", "bedfac", 12},
+        // Ranges left holding one key are finished without comparisons but
+        // must move their elements exactly as the comparing partitions did.
+        {"2111111111", "abcdefghij", "ghfijbceda", 0},
+        {"1211111", "abcdefg", "fegacdb", 0},
     };
     for (const Case &c : cases) {
         const size_t n = strlen(c.keys);
@@ -263,7 +267,8 @@ TEST(Sort, EqualKeysEndWhereFirstElementPivotsPutThem)
         for (const Element<12> &e : items)
             tags += static_cast<char>(e.bytes[4]);
         EXPECT_EQ(tags, c.sortedTags) << c.keys;
-        EXPECT_EQ(Comparisons, c.comparisons) << c.keys;
+        if (c.comparisons)
+            EXPECT_EQ(Comparisons, c.comparisons) << c.keys;
     }
 }
 
