@@ -43,22 +43,30 @@ int64_t split(int64_t sum, int64_t base, uint8_t &digit)
 
 Date dateOfDay(uint32_t dayNumber)
 {
-    // Unsigned 32-bit throughout: the count from 1 March of year 0 is
-    // positive and small, and 64-bit division is a library call here.
-    const uint32_t z = dayNumber + static_cast<uint32_t>(kDay0);
-    const uint32_t era = z / kDaysPer400Years;
-    const uint32_t doe = z - era * kDaysPer400Years;
-    const uint32_t yoe = (doe - doe / 1460 + doe / 36524 - doe / 146096) / 365;
-    const uint32_t doy = doe - (365 * yoe + yoe / 4 - yoe / 100);
-    const uint32_t mp = (5 * doy + 2) / 153;
-    const uint32_t day = doy - (153 * mp + 2) / 5 + 1;
-    const uint32_t month = mp < 10 ? mp + 3 : mp - 9;
-    const uint32_t year = yoe + era * 400 + (month <= 2);
-    return Date{static_cast<uint16_t>(year), static_cast<uint8_t>(month), static_cast<uint8_t>(day)};
+    // The year from an estimate that is never more than one off (year
+    // starts stray from 365.2425 days a year by under two days in this
+    // range), then the month from the days before each month, where
+    // doy / 32 is never more than one below the month.
+    uint32_t index = dayNumber * 400u / 146097u;
+    if (index > kLastYear - kFirstYear)
+        index = kLastYear - kFirstYear;
+    if ((kYears.entry[index] >> 1) > dayNumber)
+        index--;
+    else if ((kYears.entry[index + 1] >> 1) <= dayNumber)
+        index++;
+    const uint32_t entry = kYears.entry[index];
+    const uint32_t leap = entry & 1, doy = dayNumber - (entry >> 1);
+    uint32_t month = doy / 32 + 1;
+    if (month < 12 && doy >= kDaysBeforeMonth[leap][month + 1])
+        month++;
+    return Date{static_cast<uint16_t>(kFirstYear + index), static_cast<uint8_t>(month),
+                static_cast<uint8_t>(doy - kDaysBeforeMonth[leap][month] + 1)};
 }
 
 Invalid whyInvalid(const OSDateTime &dt, uint16_t firstYear, bool checkSeconds)
 {
+    if (firstYear == kFirstYear && checkSeconds && isPlainValid(dt))
+        return Valid;
     if (isSentinel(dt))
         return Valid;
     if (dt.year < firstYear || dt.year > kLastYear)
