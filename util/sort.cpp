@@ -11,7 +11,8 @@
  * comparisons.  Such input shows itself at once: each partition splits off
  * almost nothing.  After a few consecutive partitions of a large range that
  * each split off less than 1/256 of it, that range (and only it) takes its
- * pivots as the median of three elements spread over the range; should that
+ * pivots as the median of three elements spread over the range (and its
+ * parts found already in order are left as they are); should that
  * stall the same way, the range is finished by a heap sort, which bounds any
  * input to n log n.  Random input practically never makes such a run (one
  * such partition is a 1-in-128 event), so ordinary input keeps the
@@ -146,8 +147,16 @@ struct Sort {
     {
         while (lo < hi) {
             OSReWait(0);
-            if (pivot == Pivot::MedianOfThree)
+            if (pivot == Pivot::MedianOfThree) {
+                // Stalled ranges come from ordered runs, and their parts are
+                // often in order already: a range found in order is done.
+                size_t i = lo;
+                while (i < hi && cmp(i, i + 1) <= 0)
+                    i++;
+                if (i == hi)
+                    return;
                 medianToFront(lo, hi);
+            }
             // Both scans stop at elements equal to the pivot, which keeps
             // the split balanced on runs of equal keys.
             // Every element meets the pivot at least once; when all of them

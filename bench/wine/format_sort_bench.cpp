@@ -149,6 +149,13 @@ void pulse()
     for (int i = 0; i < n; i++)
         Sink = OSReWait(0);
     row("OSReWait(0) with no wait (ns)", (now() - t0) / n * 1e9, nullptr, 0);
+    // What every sort pays before and after its work, whatever its size.
+    t0 = now();
+    for (int i = 0; i < 1000; i++) {
+        OSWait();
+        OSUnWait();
+    }
+    row("OSWait + OSUnWait, as every QSort (us)", (now() - t0) / 1000 * 1e6, nullptr, 0);
 }
 
 } // namespace
