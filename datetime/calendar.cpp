@@ -41,28 +41,6 @@ int64_t split(int64_t sum, int64_t base, uint8_t &digit)
 
 } // namespace
 
-Date dateOfDay(uint32_t dayNumber)
-{
-    // The year from an estimate that is never more than one off (year
-    // starts stray from 365.2425 days a year by under two days in this
-    // range), then the month from the days before each month, where
-    // doy / 32 is never more than one below the month.
-    uint32_t index = dayNumber * 400u / 146097u;
-    if (index > kLastYear - kFirstYear)
-        index = kLastYear - kFirstYear;
-    if ((kYears.entry[index] >> 1) > dayNumber)
-        index--;
-    else if ((kYears.entry[index + 1] >> 1) <= dayNumber)
-        index++;
-    const uint32_t entry = kYears.entry[index];
-    const uint32_t leap = entry & 1, doy = dayNumber - (entry >> 1);
-    uint32_t month = doy / 32 + 1;
-    if (month < 12 && doy >= kDaysBeforeMonth[leap][month + 1])
-        month++;
-    return Date{static_cast<uint16_t>(kFirstYear + index), static_cast<uint8_t>(month),
-                static_cast<uint8_t>(doy - kDaysBeforeMonth[leap][month] + 1)};
-}
-
 Invalid whyInvalid(const OSDateTime &dt, uint16_t firstYear, bool checkSeconds)
 {
     if (firstYear == kFirstYear && checkSeconds && isPlainValid(dt))

@@ -85,6 +85,31 @@ constexpr uint32_t fastDayNumber(uint32_t year, uint32_t month, uint32_t day)
     return (entry >> 1) + kDaysBeforeMonth[entry & 1][month] + day - 1;
 }
 
+/* A date of the calendar's range from its day number 0..kLastDay. */
+struct Date {
+    uint16_t year;
+    uint8_t month, day;
+};
+inline Date dateOfDay(uint32_t dayNumber)
+{
+    // The year from an estimate that is never more than one off (year
+    // starts stray from 365.2425 days a year by under two days in this
+    // range), then the month from the days before each month, where
+    // doy / 32 is never more than one below the month.
+    uint32_t index = dayNumber * 400u / 146097u;
+    if ((kYears.entry[index] >> 1) > dayNumber)
+        index--;
+    else if ((kYears.entry[index + 1] >> 1) <= dayNumber)
+        index++;
+    const uint32_t entry = kYears.entry[index];
+    const uint32_t leap = entry & 1, doy = dayNumber - (entry >> 1);
+    uint32_t month = doy / 32 + 1;
+    if (month < 12 && doy >= kDaysBeforeMonth[leap][month + 1])
+        month++;
+    return Date{static_cast<uint16_t>(kFirstYear + index), static_cast<uint8_t>(month),
+                static_cast<uint8_t>(doy - kDaysBeforeMonth[leap][month] + 1)};
+}
+
 /* True for the common valid record: a date inside the range with a valid
    time.  False does not mean invalid (the sentinels take the full check). */
 constexpr bool isPlainValid(const OSDateTime &dt)
@@ -113,12 +138,6 @@ constexpr bool isSentinel(const OSDateTime &dt)
     return isNoDateLow(dt) || isNoDateHigh(dt);
 }
 
-/* A date of the calendar's range from its day number 0..kLastDay. */
-struct Date {
-    uint16_t year;
-    uint8_t month, day;
-};
-Date dateOfDay(uint32_t dayNumber);
 
 /* Validity without recording: the first failing rule's index, 0 when valid. */
 enum Invalid { Valid, BadYear, BadMonth, BadDay, BadHour, BadMinute, BadSecond };

@@ -127,6 +127,19 @@ BOOL QVAPI OSAdjustDateTime(OSDateTime *dt, int32_t years, int32_t months, int32
 
 BOOL QVAPI OSAdjustDateTimeByDays(OSDateTime *dt, int32_t days)
 {
+    // The common case first: a plain valid date (never a sentinel) whose
+    // result stays inside the calendar (a result before day 0 wraps to far
+    // above the last day in unsigned arithmetic).
+    if (dt && cal::isPlainValid(*dt)) {
+        const uint32_t target = cal::fastDayNumber(dt->year, dt->month, dt->day) + static_cast<uint32_t>(days);
+        if (target <= cal::kLastDay) {
+            const cal::Date date = cal::dateOfDay(target);
+            dt->year = date.year;
+            dt->month = date.month;
+            dt->day = date.day;
+            return 1;
+        }
+    }
     if (!checked(dt))
         return 0;
     const int64_t target = int64_t{cal::fastDayNumber(dt->year, dt->month, dt->day)} + days;
