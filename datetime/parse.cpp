@@ -127,15 +127,26 @@ void tokenize(Reading &r, const char *input, const Delimiters &d)
     memcpy(copy, input, length);
     copy[length] = '\0';
 
+    // The folded first letters of the delimiters: any other character
+    // cannot start one, which spares most characters the comparisons.
+    uint32_t firsts[256 / 32] = {};
+    for (uint32_t i = 0; i < d.count; i++) {
+        const unsigned char f = textmatch::fold(static_cast<unsigned char>(d.item[i][0]));
+        firsts[f / 32] |= 1u << (f % 32);
+    }
+    auto delimiter = [&](const char *at) -> size_t {
+        const unsigned char f = textmatch::fold(static_cast<unsigned char>(*at));
+        return firsts[f / 32] >> (f % 32) & 1 ? delimiterAt(at, d) : 0;
+    };
     const char *p = copy;
     while (*p && r.count < kMaxTokens) {
-        if (size_t skip = delimiterAt(p, d)) {
+        if (size_t skip = delimiter(p)) {
             p += skip;
             continue;
         }
         Token &token = r.tokens[r.count++];
         size_t n = 0;
-        for (; *p && !delimiterAt(p, d); p++)
+        for (; *p && !delimiter(p); p++)
             if (n + 1 < kTokenRoom)
                 token.text[n++] = *p;
     }
@@ -217,18 +228,6 @@ void yearInRange(Reading &r)
     }
 }
 
-constexpr words::MonthForm kMonthForms[] = {words::MonthFull, words::MonthAbbrev, words::MonthAlt};
-
-/* The month a text names in any form, or 0. */
-uint32_t monthNamed(const char *text)
-{
-    for (uint32_t month = 1; month <= 12; month++)
-        for (const words::MonthForm form : kMonthForms)
-            if (textmatch::equalFolded(text, words::month(form, month)))
-                return month;
-    return 0;
-}
-
 /* Every month name is used up; the last one typed is the month. */
 void monthNames(Reading &r)
 {
@@ -236,28 +235,11 @@ void monthNames(Reading &r)
         Token &t = r.tokens[i];
         if (t.used)
             continue;
-        if (const uint32_t month = monthNamed(t.text)) {
+        if (const uint32_t month = words::monthNamed(t.text)) {
             t.used = ByDate;
             set(r, Month, month);
         }
     }
-}
-
-bool isDayName(const char *text)
-{
-    for (uint32_t weekday = 0; weekday < 7; weekday++)
-        if (textmatch::equalFolded(text, words::day(words::DayFull, weekday)) ||
-            textmatch::equalFolded(text, words::day(words::DayAbbrev, weekday)))
-            return true;
-    return false;
-}
-
-bool holdsOrdinal(const char *text)
-{
-    for (uint32_t day = 1; day <= 31; day++)
-        if (textmatch::find(text, words::ordinal(day), false))
-            return true;
-    return false;
 }
 
 /* Day names (read and ignored), ordinals and today, tomorrow, yesterday.
@@ -269,9 +251,9 @@ bool dayWords(Reading &r, const Context &c)
         Token &t = r.tokens[i];
         if (t.used)
             continue;
-        if (isDayName(t.text)) {
+        if (words::isDayName(t.text)) {
             t.used = ByDate;
-        } else if (holdsOrdinal(t.text)) {
+        } else if (words::holdsOrdinal(t.text)) {
             t.used = ByDate;
             if (const uint32_t day = leadingNumber(t.text)) {
                 set(r, Day, day);
