@@ -173,6 +173,37 @@ int main()
             return uint32_t(text[0]);
         }),
         0);
+    // Typed dates: the platform's lenient reader with the user's settings
+    // (oleaut32, loaded by name) on the same texts.
+    const char *const typed[8] = {"3/4/1998", "25 Dec 99 14:00", "tomorrow noon", "12/31/2024 11:59 pm",
+                                  "Sept. 3rd 2001", "9:30", "Thursday 21st March 2024", "7/4"};
+    using VarDateFromStrFn = HRESULT(WINAPI *)(const wchar_t *, LCID, ULONG, double *);
+    static wchar_t wide[8][40];
+    for (int k = 0; k < 8; k++)
+        MultiByteToWideChar(CP_ACP, 0, typed[k], -1, wide[k], 40);
+    HMODULE oleaut = LoadLibraryA("oleaut32.dll");
+    auto varDateFromStr = oleaut ? reinterpret_cast<VarDateFromStrFn>(
+                                       reinterpret_cast<void *>(GetProcAddress(oleaut, "VarDateFromStr")))
+                                 : nullptr;
+    if (varDateFromStr) {
+        int platformRead = 0, oursRead = 0;
+        for (int k = 0; k < 8; k++) {
+            double d;
+            OSDateTime t;
+            platformRead += varDateFromStr(wide[k], LOCALE_USER_DEFAULT, 0, &d) == S_OK;
+            oursRead += OSStringToDateTimeComplete(&t, typed[k]) != 0;
+        }
+        row("OSStringToDateTimeComplete, 8 texts", measure(slow, [&](int i) {
+                OSDateTime t;
+                return uint32_t(OSStringToDateTimeComplete(&t, typed[i & 7]));
+            }),
+            "VarDateFromStr (oleaut32), same texts", measure(slow, [&](int i) {
+                double d;
+                return uint32_t(varDateFromStr(wide[i & 7], LOCALE_USER_DEFAULT, 0, &d));
+            }),
+            0);
+        printf("\ntexts read: qviso32 %d of 8, VarDateFromStr %d of 8\n", oursRead, platformRead);
+    }
     OSDateTimeToString(&Inputs[5], text, nullptr, 0x22, sizeof text);
     printf("\nsample: %s | ", text);
     OSDateTimeToString(&Inputs[5], text, nullptr, 0x01, sizeof text);
