@@ -12,7 +12,8 @@
  * almost nothing.  After a few consecutive partitions of a large range that
  * each split off less than 1/256 of it, that range (and only it) takes its
  * pivots as the median of three elements spread over the range (and its
- * parts found already in order are left as they are); should that
+ * parts found in order but for their two ends are finished by moving those
+ * two elements); should that
  * stall the same way, the range is finished by a heap sort, which bounds any
  * input to n log n.  Random input practically never makes such a run (one
  * such partition is a 1-in-128 event), so ordinary input keeps the
@@ -149,12 +150,20 @@ struct Sort {
             OSReWait(0);
             if (pivot == Pivot::MedianOfThree) {
                 // Stalled ranges come from ordered runs, and their parts are
-                // often in order already: a range found in order is done.
-                size_t i = lo;
-                while (i < hi && cmp(i, i + 1) <= 0)
+                // often in order but for their ends (a partition leaves an
+                // element from the middle at the front; an appended one sits
+                // at the back).  Such a range is finished by walking the last
+                // element back into the rest, then the first one forward.
+                size_t i = lo + 1;
+                while (i + 1 < hi && cmp(i, i + 1) <= 0)
                     i++;
-                if (i == hi)
+                if (i + 1 >= hi) {
+                    for (size_t k = hi; k > lo + 1 && cmp(k - 1, k) > 0; k--)
+                        swap(k - 1, k);
+                    for (size_t k = lo; k < hi && cmp(k, k + 1) > 0; k++)
+                        swap(k, k + 1);
                     return;
+                }
                 medianToFront(lo, hi);
             }
             // Both scans stop at elements equal to the pivot, which keeps
