@@ -294,6 +294,47 @@ TEST(Sort, InputThatDefeatsFirstElementPivotsStaysNearNLogN)
     }
 }
 
+/* An adversary comparison (after McIlroy): elements start as "gas" with
+   no value yet and get values only when the sort compares them, always so
+   as to make the sort's choices as bad as possible for it, yet never
+   contradicting an earlier answer.  Any quicksort, whatever its pivots,
+   goes quadratic against it unless something bounds it. */
+struct Adversary {
+    std::vector<uint32_t> value;
+    uint32_t gas, solid = 0, candidate = 0;
+};
+Adversary *Foe;
+int QVCALLBACK compareAdversary(const void *a, const void *b)
+{
+    Comparisons++;
+    Adversary &f = *Foe;
+    uint32_t x = *static_cast<const uint32_t *>(a), y = *static_cast<const uint32_t *>(b);
+    if (f.value[x] == f.gas && f.value[y] == f.gas)
+        f.value[x == f.candidate ? x : y] = f.solid++;
+    if (f.value[x] == f.gas)
+        f.candidate = x;
+    else if (f.value[y] == f.gas)
+        f.candidate = y;
+    return f.value[x] < f.value[y] ? -1 : f.value[x] > f.value[y];
+}
+
+TEST(Sort, EvenAnAdversaryComparisonCannotMakeItQuadratic)
+{
+    // Both pivot choices stall against it, so this reaches the last resort.
+    const uint32_t n = 20000;
+    Adversary foe{std::vector<uint32_t>(n, n), n};
+    Foe = &foe;
+    std::vector<uint32_t> items(n);
+    for (uint32_t i = 0; i < n; i++)
+        items[i] = i;
+    items[0] = 1, items[1] = 0; // past the pre-check
+    Comparisons = 0;
+    QSort(items.data(), n, 4, compareAdversary);
+    EXPECT_LT(Comparisons, 4 * 15 * static_cast<int>(n)); // n*n/2 = 2e8 unbounded
+    for (uint32_t i = 1; i < n; i++)
+        ASSERT_LE(foe.value[items[i - 1]], foe.value[items[i]]) << i;
+}
+
 uint32_t LongCalls;
 int QVCALLBACK compareLongs(uint32_t a, uint32_t b)
 {
