@@ -52,18 +52,20 @@ tools/wine-prefix.sh stop "$prefix"
 $check || exit 0
 
 echo "== check against docs/performance.md"
-# Table rows: the first cell names the row, the last cell is its ratio.
-awk -F'|' '
+# Table rows: the first cell names the row (it may hold "|" itself, but
+# cells are parted by " | "), the last cell is its ratio.
+awk '
   function trim(s) { gsub(/^[ \t]+|[ \t]+$/, "", s); return s }
   function ratio(line,   n, f) { n = split(line, f, "|"); return trim(f[n - 1]) }
+  function name(line) { line = substr(line, 3); return trim(substr(line, 1, index(line, " | "))) }
   FNR == NR {
     if ($0 ~ /<!-- bench-check begin -->/) inside = 1
     else if ($0 ~ /<!-- bench-check end -->/) inside = 0
-    else if (inside && $0 ~ /^\|/ && ratio($0) ~ /^[0-9.]+$/) committed[trim($2)] = ratio($0)
+    else if (inside && $0 ~ /^\| / && ratio($0) ~ /^[0-9.]+$/) committed[name($0)] = ratio($0)
     next
   }
-  $0 ~ /^\|/ && (trim($2) in committed) && ratio($0) ~ /^[0-9.]+$/ {
-    label = trim($2); was = committed[label] + 0; now = ratio($0) + 0
+  $0 ~ /^\| / && (name($0) in committed) && ratio($0) ~ /^[0-9.]+$/ {
+    label = name($0); was = committed[label] + 0; now = ratio($0) + 0
     limit = 1.5 * (was < 0.25 ? 0.25 : was)
     verdict = now > limit ? "WORSE" : "ok"
     printf "%-6s %-46s committed %6.2f  now %6.2f\n", verdict, label, was, now
