@@ -11,14 +11,14 @@
  * comparisons.  Such input shows itself at once: each partition splits off
  * almost nothing.  After a few consecutive partitions of a large range that
  * each split off less than 1/256 of it, that range (and only it) takes its
- * pivots as the median of three elements spread over the range (and its
+ * pivots as the median of three elements spread over the range, and its
  * parts found in order but for their two ends are finished by moving those
- * two elements); should that
- * stall the same way, the range is finished by a heap sort, which bounds any
- * input to n log n.  Random input practically never makes such a run (one
- * such partition is a 1-in-128 event), so ordinary input keeps the
- * first-element behaviour exactly.  A range whose elements all compare equal
- * to its pivot is finished by the same swaps without further comparisons.
+ * two elements.  Should median pivots stall the same way, the range is
+ * finished by a heap sort, which bounds any input to n log n.  Random input
+ * practically never makes such a run (one such partition is a 1-in-128
+ * event), so ordinary input keeps the first-element behaviour exactly.  A
+ * range whose elements all compare equal to its pivot is finished by the
+ * same swaps without further comparisons.
  */
 #include <string.h>
 
