@@ -3,7 +3,8 @@
 # machine: the i686 mingw-w64 cross compilers, 32-bit Wine, Xvfb, CMake,
 # GoogleTest's sources, native 32-bit compilers and clang's sanitizer and
 # fuzzer runtimes, and llvm's dlltool and lld-link (the MSVC-format import
-# library and the test client linked with it). Safe to run again: it does nothing when all is present.
+# library and the client test linked with it). Safe to run again: it does
+# nothing when all is present.
 set -eu
 
 need=()
