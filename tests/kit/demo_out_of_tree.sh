@@ -17,3 +17,4 @@ out=$("$tools/wine-run.sh" ./qvdemo.exe "25 Dec 99 14:00" </dev/null)
 echo "$out"
 grep -q "application name" <<<"$out"
 grep -q "zodiac" <<<"$out"
+grep -q "error text without a box: The file .*missing.cal could not be found" <<<"$out"
