@@ -25,7 +25,6 @@ struct Shown {
     RV code;
     std::string detail;
     uint32_t param;
-    bool operator==(const Shown &) const = default;
 };
 
 struct Script {
@@ -80,6 +79,7 @@ void present(void *context, HWND)
 }
 
 int kDialogFunction;
+constexpr uint32_t kNoMemory = 1; // the first text's scratch block cannot be had
 HWND const kOwner = reinterpret_cast<HWND>(0x1234);
 
 struct Case {
@@ -89,7 +89,7 @@ struct Case {
     const char *command;    // QuenbyLaunch's fallback or CustomLaunch's path
     std::vector<uint32_t> results;
     std::vector<Ask> asks;
-    uint32_t missingText;   // a string that cannot be loaded, or 0
+    uint32_t missingText;   // a string that cannot be loaded, kNoMemory, or 0
     BOOL expected;
     std::vector<std::string> started;
     size_t dialogs;
@@ -115,6 +115,8 @@ const Case kCases[] = {
      {{RV_StringNonExistant, "", 0}}, 0},
     {"missing title text", false, "C:\\a.exe", "", {2}, {}, IDS_LOCATE_TITLE, 0, {"C:\\a.exe"}, 0,
      {{RV_StringNonExistant, "", 0}}, 0},
+    {"no memory for the filter", false, "C:\\a.exe", "", {2}, {}, kNoMemory, 0, {"C:\\a.exe"}, 0,
+     {{RV_OutOfLocalMemory, "", 0}}, 0},
     {"empty command is not found", false, nullptr, nullptr, {}, {}, 0, 0, {}, 1, {{RV_ExecuteError, "", 2}}, 0},
     {"custom: path with blanks kept", true, nullptr, "C:\\my dir\\p.exe /x", {}, {}, 0, 1,
      {"C:\\my dir\\p.exe /x"}, 0, {}, 0},
@@ -152,7 +154,9 @@ TEST_F(Launch, RetriesLocatedFilesAndReportsAsEachEntryPointShould)
     for (const Case &c : kCases) {
         SCOPED_TRACE(c.name);
         SetUp();
-        if (c.missingText)
+        if (c.missingText == kNoMemory)
+            fakeos::failLocalAllocs(1);
+        else if (c.missingText)
             fakeos::setString(c.missingText, nullptr);
         const int blocks = fakeos::liveLocalBlocks();
         Script s;
@@ -166,37 +170,19 @@ TEST_F(Launch, RetriesLocatedFilesAndReportsAsEachEntryPointShould)
         for (size_t i = 0; i < c.shown.size(); i++) {
             EXPECT_EQ(s.shown[i].code, c.shown[i].code);
             EXPECT_EQ(s.shown[i].detail, c.shown[i].detail);
-            if (c.shown[i].code != RV_StringNonExistant)
+            if (c.shown[i].code == RV_ExecuteError || c.shown[i].code == RV_CommDlgError)
                 EXPECT_EQ(s.shown[i].param, c.shown[i].param);
         }
         EXPECT_EQ(OSErrorGetErrorValue(), c.leftRecorded);
+        if (c.leftRecorded == RV_CommDlgError) {
+            const uint32_t function = static_cast<uint32_t>(reinterpret_cast<uintptr_t>(&kDialogFunction));
+            EXPECT_EQ(OSErrorGetErrorInfo()->Param0, function);
+            EXPECT_EQ(OSErrorGetErrorInfo()->Param1, 0x3003u);
+        }
         for (const std::string &f : s.filters)
             EXPECT_EQ(f, "Programs|*.exe|All|*.*|");
         EXPECT_EQ(fakeos::liveLocalBlocks(), blocks);
     }
-}
-
-TEST_F(Launch, DialogFailureRecordsTheDialogFunctionAndItsError)
-{
-    Script s;
-    s.results = {2};
-    s.asks = {{-1, ""}};
-    EXPECT_FALSE(run(s, true, "C:\\p.exe"));
-    const OSErrorInfo *e = OSErrorGetErrorInfo();
-    EXPECT_EQ(e->Code, RV_CommDlgError);
-    EXPECT_EQ(e->Param0, static_cast<uint32_t>(reinterpret_cast<uintptr_t>(&kDialogFunction)));
-    EXPECT_EQ(e->Param1, 0x3003u);
-}
-
-TEST_F(Launch, TextMemoryFailureCountsAsNotLocated)
-{
-    Script s;
-    s.results = {2};
-    fakeos::failLocalAllocs(1);
-    EXPECT_FALSE(run(s, false, "C:\\p.exe"));
-    ASSERT_EQ(s.shown.size(), 1u);
-    EXPECT_EQ(s.shown[0].code, RV_OutOfLocalMemory);
-    EXPECT_EQ(s.asked, 0u);
 }
 
 TEST_F(Launch, CommandsAreCutTo259Characters)

@@ -4,8 +4,6 @@
  */
 #include <gtest/gtest.h>
 
-#include <string>
-
 #include "../../util/validate.h"
 
 namespace {
@@ -64,14 +62,6 @@ TEST(Validators, AcceptExactlyTheDocumentedTexts)
         EXPECT_EQ(got, c.valid) << (c.kind == Uint ? "uint " : "real ") << (c.text ? c.text : "(null)") << " in ["
                                 << c.low << ", " << c.high << "]";
     }
-}
-
-TEST(Validators, LongTextsAreReadInPlace)
-{
-    const std::string digits(5000, '1');
-    EXPECT_FALSE(qvRealTextValid((digits + "." + digits + "x.").c_str(), 0, 0xFFFFFFFF) &&
-                 qvRealTextValid((digits + ".." + digits + ".1").c_str(), 0, 0xFFFFFFFF));
-    EXPECT_TRUE(qvRealTextValid(("1." + std::string(5000, '0')).c_str(), 0, 1));
 }
 
 struct Length {

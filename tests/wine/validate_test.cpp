@@ -64,31 +64,16 @@ TEST(Validators, RefusalsShowTheRangeInAnOkBox)
     DestroyWindow(owner);
 }
 
-/* Sets the user's decimal separator for the test's lifetime, then restores it. */
-class DecimalSeparator {
+/* Sets the user's decimal separator (the profile's [intl] is the registry's
+   international settings) for the test's lifetime, then restores it. */
+struct DecimalSeparator {
     char saved[16] = "";
-    DWORD savedSize = sizeof saved;
-    bool had;
-
-public:
     explicit DecimalSeparator(const char *value)
     {
-        had = RegGetValueA(HKEY_CURRENT_USER, "Control Panel\\International", "sDecimal", RRF_RT_REG_SZ, nullptr,
-                           saved, &savedSize) == ERROR_SUCCESS;
-        set(value);
+        GetProfileStringA("intl", "sDecimal", "", saved, sizeof saved);
+        WriteProfileStringA("intl", "sDecimal", value);
     }
-    ~DecimalSeparator()
-    {
-        if (had)
-            set(saved);
-        else
-            RegDeleteKeyValueA(HKEY_CURRENT_USER, "Control Panel\\International", "sDecimal");
-    }
-    static void set(const char *value)
-    {
-        RegSetKeyValueA(HKEY_CURRENT_USER, "Control Panel\\International", "sDecimal", REG_SZ, value,
-                        static_cast<DWORD>(strlen(value) + 1));
-    }
+    ~DecimalSeparator() { WriteProfileStringA("intl", "sDecimal", saved[0] ? saved : nullptr); }
 };
 
 TEST(SetDlgItemReal, WritesLengthsWithTheUsersSeparator)
