@@ -33,8 +33,10 @@ BOOL refuse(HWND owner, uint32_t stringId, const char *first, const char *last)
 
 bool readsAsValidDate(const char *text)
 {
+    // A null text counts as empty (now), as for the number checks, rather
+    // than as a bad argument the reader would record.
     OSDateTime dt{};
-    return OSStringToDateTime(&dt, text) && OSIsValidDateTime(&dt);
+    return OSStringToDateTime(&dt, text ? text : "") && OSIsValidDateTime(&dt);
 }
 
 } // namespace
