@@ -10,7 +10,7 @@ target_compile_options(qviso32 PRIVATE ${QV_LIBRARY_FLAGS})
 target_compile_definitions(qviso32 PRIVATE WIN32_LEAN_AND_MEAN NOMINMAX)
 # The C++ runtime is linked in, so the DLL imports nothing but system DLLs.
 target_link_options(qviso32 PRIVATE ${QV_DEF} -Wl,--kill-at -static -static-libgcc -static-libstdc++)
-target_link_libraries(qviso32 PRIVATE user32 gdi32 advapi32 comdlg32)
+target_link_libraries(qviso32 PRIVATE user32 gdi32 advapi32 comdlg32 shell32)
 set_target_properties(qviso32 PROPERTIES PREFIX "" LINK_DEPENDS ${QV_DEF}
   # The linker's own import library keeps the decorations --kill-at strips
   # and cannot be linked against; the real one is made by dlltool below.

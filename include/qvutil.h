@@ -64,6 +64,37 @@ uint32_t QVAPI SeedRnd(void);
 /* The next pseudo-random number, 0 to n-1; n must not be 0 (0 gives 0). */
 uint16_t QVAPI Rnd(uint16_t n);
 
+/* Dialog value validators: TRUE when text is acceptable; otherwise FALSE
+   after an OK box over owner naming the allowed range.  They record no
+   error.  Texts are NUL-terminated, of any length (null counts as empty).
+   UINT: digits only, within [low, high]; an empty text is 0; values past
+   32 bits wrap ("4294967297" reads 1). */
+BOOL QVAPI RANGEIsUINTValid(HWND owner, const char *text, uint32_t low, uint32_t high);
+/* REAL: digits, at most one run of full stops (never the user's decimal
+   separator), integer part within [low, high]; at high only a zero fraction. */
+BOOL QVAPI RANGEIsREALValid(HWND owner, const char *text, uint32_t low, uint32_t high);
+/* DATE and TIME: text that OSStringToDateTime reads into a valid record; the
+   box names 1880-2100 and 00:00:00-23:59:59, which are not enforced. */
+BOOL QVAPI RANGEIsDATEValid(HWND owner, const char *text);
+BOOL QVAPI RANGEIsTIMEValid(HWND owner, const char *text);
+/* Sets a dialog item to value (tenths of a millimetre) in inches with three
+   decimals (metric 0) or in centimetres with two, with the user's decimal
+   separator; 32-bit arithmetic that wraps from 4294968 in inches.  Returns
+   what setting the item's text returned. */
+BOOL QVAPI SetDlgItemReal(HWND dialog, int itemId, uint32_t value, uint32_t metric);
+
+/* Starts the program named in the shared program list (section "Quenby
+   Applications" of QUENBY.INI), or fallback when the name is absent, cut at
+   its first blank.  A program not found is offered to be located with an
+   open-file dialog; FALSE (after error 38 is shown) only when the user does
+   not locate it.  Other failures return TRUE without a message.  Commands
+   are cut to 259 characters; an empty one counts as not found. */
+BOOL QVAPI QuenbyLaunch(HWND owner, const char *name, const char *fallback, int show);
+/* Starts the file at path (blanks kept, no arguments): every failure is
+   shown first (error 38); a file not found is then offered to be located.
+   FALSE only when it was not found and not located. */
+BOOL QVAPI CustomLaunch(HWND owner, const char *path, int show);
+
 QV_EXTERN_C_END
 
 #endif /* QVUTIL_H */

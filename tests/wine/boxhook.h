@@ -28,6 +28,17 @@ struct Box {
 };
 
 inline std::vector<Box> Seen;
+
+/* An open-file dialog the hook answered (it is told from a box by its file
+   name combo box, cmb13): its title, its first filter, and how many boxes
+   came before it. */
+struct FileDialog {
+    std::string title, firstFilter;
+    size_t boxesBefore;
+};
+inline std::vector<FileDialog> FileDialogs;
+/* The file the hook chooses in open-file dialogs; empty cancels them. */
+inline std::string FileAnswer;
 inline int Answer = IDOK;
 inline HWND Watched;
 inline HHOOK Hook;
@@ -58,7 +69,16 @@ inline LRESULT CALLBACK onMessage(int code, WPARAM wp, LPARAM lp)
     const CWPRETSTRUCT *m = reinterpret_cast<const CWPRETSTRUCT *>(lp);
     char cls[32] = "";
     if (code == HC_ACTION && m->message == WM_INITDIALOG && GetClassNameA(m->hwnd, cls, sizeof cls) &&
-        std::string(cls) == "#32770") {
+        std::string(cls) == "#32770" && GetDlgItem(m->hwnd, 0x47C /* cmb13 */)) {
+        char title[256] = "", filter[256] = "";
+        GetWindowTextA(m->hwnd, title, sizeof title);
+        SendDlgItemMessageA(m->hwnd, 0x470 /* cmb1 */, CB_GETLBTEXT, 0, reinterpret_cast<LPARAM>(filter));
+        FileDialogs.push_back({title, filter, Seen.size()});
+        if (!FileAnswer.empty())
+            SetDlgItemTextA(m->hwnd, 0x47C, FileAnswer.c_str());
+        PostMessageA(m->hwnd, WM_COMMAND, FileAnswer.empty() ? IDCANCEL : IDOK, 0);
+    } else if (code == HC_ACTION && m->message == WM_INITDIALOG && GetClassNameA(m->hwnd, cls, sizeof cls) &&
+               std::string(cls) == "#32770") {
         char text[1024] = "", caption[256] = "";
         GetDlgItemTextA(m->hwnd, 0xFFFF, text, sizeof text);
         GetWindowTextA(m->hwnd, caption, sizeof caption);
@@ -87,6 +107,13 @@ inline void stop()
 {
     UnhookWindowsHookEx(Hook);
     Hook = nullptr;
+}
+
+/* Answers later open-file dialogs with `path` (empty: cancel); forgets earlier ones. */
+inline void answerFiles(const std::string &path)
+{
+    FileDialogs.clear();
+    FileAnswer = path;
 }
 
 /* Notes, for each later box, whether `window` was enabled while it was up. */
