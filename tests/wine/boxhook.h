@@ -9,6 +9,7 @@
 
 #include <windows.h>
 
+#include <deque>
 #include <string>
 #include <vector>
 
@@ -29,6 +30,8 @@ struct Box {
 
 inline std::vector<Box> Seen;
 inline int Answer = IDOK;
+/* Answers for the next boxes in turn; Answer once they are used up. */
+inline std::deque<int> Answers;
 inline HWND Watched;
 inline HHOOK Hook;
 
@@ -68,7 +71,12 @@ inline LRESULT CALLBACK onMessage(int code, WPARAM wp, LPARAM lp)
                         GetDlgItem(box, IDNO) != nullptr, iconOf(box), GetWindow(box, GW_OWNER),
                         (GetWindowLongA(box, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0,
                         Watched && IsWindowEnabled(Watched)});
-        PostMessageA(box, WM_COMMAND, static_cast<WPARAM>(Answer), 0);
+        int answer = Answer;
+        if (!Answers.empty()) {
+            answer = Answers.front();
+            Answers.pop_front();
+        }
+        PostMessageA(box, WM_COMMAND, static_cast<WPARAM>(answer), 0);
     }
     return CallNextHookEx(Hook, code, wp, lp);
 }
@@ -78,6 +86,7 @@ inline bool start(int answer = IDOK)
 {
     Seen.clear();
     Answer = answer;
+    Answers.clear();
     Watched = nullptr;
     Hook = SetWindowsHookExA(WH_CALLWNDPROCRET, onMessage, nullptr, GetCurrentThreadId());
     return Hook != nullptr;
