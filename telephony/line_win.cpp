@@ -312,11 +312,15 @@ void hangUpFromCallback(LONG reason)
 void qvPumpMessages(DWORD ms)
 {
     MSG msg;
+    bool handled = false;
     while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) {
         TranslateMessage(&msg);
         DispatchMessageA(&msg);
+        handled = true;
     }
-    MsgWaitForMultipleObjects(0, nullptr, FALSE, ms, QS_ALLINPUT);
+    /* What was handled may be what the caller waits for: let it look first. */
+    if (!handled)
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, ms, QS_ALLINPUT);
 }
 
 void CALLBACK qvLineCallback(DWORD device, DWORD message, DWORD_PTR, DWORD_PTR p1, DWORD_PTR p2, DWORD_PTR p3)

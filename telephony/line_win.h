@@ -49,7 +49,7 @@ constexpr DWORD TapiVersion13 = 0x00010003;
 /* The line callback handed to lineInitialize. */
 void CALLBACK qvLineCallback(DWORD device, DWORD message, DWORD_PTR instance, DWORD_PTR p1, DWORD_PTR p2,
                              DWORD_PTR p3);
-/* Processes this thread's waiting messages, then waits up to `ms` for more. */
+/* Processes this thread's waiting messages; when there were none, waits up to `ms` for one. */
 void qvPumpMessages(DWORD ms);
 /* Ends the line application: lineShutdown and forgetting its handle. */
 void qvShutdownLineApp();
