@@ -103,6 +103,14 @@ void qvShutdownLineApp()
     Tel.devices = 0;
 }
 
+/* The library is being unloaded while the process goes on: the line
+   application ends, and with it any line and call (no messages are pumped
+   or sent while the system's loader waits). */
+void qvTelephonyStop()
+{
+    qvShutdownLineApp();
+}
+
 extern "C" {
 
 int QVAPI TelephonyStart(DWORD)

@@ -451,6 +451,18 @@ TEST_F(Telephony, LineEventsCloseReinitialiseAndNewDevices)
     EXPECT_EQ(Telephony_GetNumDevices(), 0u);
 }
 
+TEST_F(Telephony, UnloadingTheLibraryEndsItsLineApplication)
+{
+    fake().script("");
+    HMODULE second = LoadLibraryA("qvsecond.dll");
+    ASSERT_NE(second, nullptr);
+    void(WINAPI * clientStart)(HWND);
+    find(second, "TelephonyClientStart", clientStart);
+    clientStart(nullptr);
+    FreeLibrary(second);
+    EXPECT_EQ(calls(), (std::vector<std::string>{"lineInitialize app=\"Almanex\"", "lineShutdown"}));
+}
+
 TEST_F(Telephony, HangUpWaitsAtMostThirtySecondsForTheCallToGoIdle)
 {
     start("lineDrop 9 then REPLY 0");
