@@ -17,10 +17,9 @@ set_target_properties(qviso32 PROPERTIES PREFIX "" LINK_DEPENDS ${QV_DEF}
   IMPORT_PREFIX "" IMPORT_SUFFIX ".linker-implib")
 
 set(QV_IMPLIB ${CMAKE_BINARY_DIR}/lib/libqviso32.dll.a)
-add_custom_command(OUTPUT ${QV_IMPLIB} ${CMAKE_BINARY_DIR}/lib/qviso32.lib
+add_custom_command(OUTPUT ${QV_IMPLIB}
   COMMAND ${CMAKE_COMMAND} -E make_directory ${CMAKE_BINARY_DIR}/lib
   COMMAND i686-w64-mingw32-dlltool -k -d ${QV_DEF} -D qviso32.dll -l ${QV_IMPLIB}
-  COMMAND ${CMAKE_COMMAND} -E copy ${QV_IMPLIB} ${CMAKE_BINARY_DIR}/lib/qviso32.lib
   DEPENDS ${QV_DEF} qviso32
   COMMENT "Import library for qviso32.dll")
 add_custom_target(qviso32_implib ALL DEPENDS ${QV_IMPLIB})
@@ -30,8 +29,13 @@ add_library(qviso32_client INTERFACE)
 target_include_directories(qviso32_client INTERFACE ${CMAKE_SOURCE_DIR}/include)
 target_link_libraries(qviso32_client INTERFACE ${QV_IMPLIB})
 add_dependencies(qviso32_client qviso32_implib)
+# The name a client of the installed kit links with (see cmake/qviso32Config.cmake.in).
+add_library(qviso32::qviso32 ALIAS qviso32_client)
+
+include(cmake/kit.cmake)
 
 add_subdirectory(resources)
 add_subdirectory(demo)
 add_subdirectory(tests/wine)
 add_subdirectory(bench)
+add_subdirectory(tests/kit)

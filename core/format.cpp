@@ -29,35 +29,37 @@ bool isFlagWidthOrPrecision(char c)
     return c == '%' || c == '-' || c == '#' || c == '.' || (c >= '0' && c <= '9');
 }
 
-/* Removes the markers from `text` in place and notes, for each conversion
-   they mark, the argument number; returns how many conversions were marked. */
-int removeMarkers(char *text, uint8_t *order)
+/* Copies `format` (its terminator included) to `text` without the markers,
+   noting for each conversion they mark the argument number; returns how many
+   conversions were marked and counts the '%' characters of the copy.  One
+   pass: the type letter after a marker's flags is copied unexamined, so it
+   never starts a marker itself. */
+int copyWithoutMarkers(const char *format, char *text, uint8_t *order, int *percents)
 {
-    int count = 0;
-    size_t length = strlen(text);
-    for (size_t i = 0; i < length; i++) {
-        if (text[i] != '@' || text[i + 1] < '1' || text[i + 1] > '9' || text[i + 2] != '%')
+    int count = 0, seen = 0;
+    const char *r = format;
+    char *w = text;
+    while (*r) {
+        if (r[0] == '@' && r[1] >= '1' && r[1] <= '9' && r[2] == '%') {
+            order[count] = static_cast<uint8_t>(r[1] - '0');
+            r += 2;
+            for (; isFlagWidthOrPrecision(*r); r++) {
+                seen += *r == '%';
+                *w++ = *r;
+            }
+            // A marker whose conversion has no type letter (the text ends) takes no argument.
+            if (*r) {
+                count++;
+                *w++ = *r++;
+            }
             continue;
-        order[count] = static_cast<uint8_t>(text[i + 1] - '0');
-        memmove(text + i, text + i + 2, length - i - 1);
-        length -= 2;
-        size_t k = i;
-        while (isFlagWidthOrPrecision(text[k]))
-            k++;
-        // A marker whose conversion has no type letter (the text ends) takes no argument.
-        if (text[k] != '\0')
-            count++;
-        i = text[k] ? k : k - 1;
+        }
+        seen += *r == '%';
+        *w++ = *r++;
     }
+    *w = '\0';
+    *percents = seen;
     return count;
-}
-
-int countPercents(const char *text)
-{
-    int n = 0;
-    for (; *text; text++)
-        n += *text == '%';
-    return n;
 }
 
 } // namespace
@@ -104,7 +106,6 @@ int QVAPI OSrvsprintf(char *dest, int room, const char *format, va_list args)
         OSErrorSetErrorInfo(RV_OutOfLocalMemory, static_cast<uint32_t>(size));
         return 0;
     }
-    memcpy(text, format, size);
 
     // Every marked conversion needs at least "@N%x", so a quarter of the
     // length bounds the order list.
@@ -118,7 +119,8 @@ int QVAPI OSrvsprintf(char *dest, int room, const char *format, va_list args)
             return 0;
         }
     }
-    int marked = removeMarkers(text, orderList);
+    int percents = 0;
+    int marked = copyWithoutMarkers(format, text, orderList, &percents);
     int count = 0;
     if (marked == 0) {
         count = OScvsprintf(dest, room, text, args);
@@ -126,6 +128,8 @@ int QVAPI OSrvsprintf(char *dest, int room, const char *format, va_list args)
         // The rebuilt list has two slots for every '%' left in the text (a
         // 64-bit conversion takes two), so a conversion without a marker (not
         // supported) reads a zero argument instead of running off the list.
+        // Ordinary texts fit the list on the stack; only texts with very many
+        // conversions need a block for it.
         uint32_t callerArgs[9];
         int highest = 0;
         for (int k = 0; k < marked; k++)
@@ -136,15 +140,21 @@ int QVAPI OSrvsprintf(char *dest, int room, const char *format, va_list args)
             callerArgs[n] = va_arg(walk, uint32_t);
         va_end(walk);
 
-        size_t slots = 2 * static_cast<size_t>(countPercents(text)) + 1;
-        uint32_t *list = static_cast<uint32_t *>(osLocalAlloc(slots * sizeof(uint32_t)));
+        size_t slots = 2 * static_cast<size_t>(percents) + 1;
+        uint32_t stackList[2 * 64 + 1];
+        uint32_t *list = stackList;
+        if (slots > sizeof stackList / sizeof stackList[0])
+            list = static_cast<uint32_t *>(osLocalAlloc(slots * sizeof(uint32_t)));
+        else
+            memset(stackList, 0, slots * sizeof(uint32_t));
         if (!list) {
             OSErrorSetErrorInfo(RV_OutOfLocalMemory, static_cast<uint32_t>(slots * sizeof(uint32_t)));
         } else {
             for (int k = 0; k < marked; k++)
                 list[k] = callerArgs[orderList[k] - 1];
             count = OScvsprintf(dest, room, text, reinterpret_cast<va_list>(list));
-            osLocalFree(list);
+            if (list != stackList)
+                osLocalFree(list);
         }
     }
     if (orderList != order)

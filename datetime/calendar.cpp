@@ -41,24 +41,10 @@ int64_t split(int64_t sum, int64_t base, uint8_t &digit)
 
 } // namespace
 
-Date dateOfDay(uint32_t dayNumber)
-{
-    // Unsigned 32-bit throughout: the count from 1 March of year 0 is
-    // positive and small, and 64-bit division is a library call here.
-    const uint32_t z = dayNumber + static_cast<uint32_t>(kDay0);
-    const uint32_t era = z / kDaysPer400Years;
-    const uint32_t doe = z - era * kDaysPer400Years;
-    const uint32_t yoe = (doe - doe / 1460 + doe / 36524 - doe / 146096) / 365;
-    const uint32_t doy = doe - (365 * yoe + yoe / 4 - yoe / 100);
-    const uint32_t mp = (5 * doy + 2) / 153;
-    const uint32_t day = doy - (153 * mp + 2) / 5 + 1;
-    const uint32_t month = mp < 10 ? mp + 3 : mp - 9;
-    const uint32_t year = yoe + era * 400 + (month <= 2);
-    return Date{static_cast<uint16_t>(year), static_cast<uint8_t>(month), static_cast<uint8_t>(day)};
-}
-
 Invalid whyInvalid(const OSDateTime &dt, uint16_t firstYear, bool checkSeconds)
 {
+    if (firstYear == kFirstYear && checkSeconds && isPlainValid(dt))
+        return Valid;
     if (isSentinel(dt))
         return Valid;
     if (dt.year < firstYear || dt.year > kLastYear)

@@ -48,6 +48,79 @@ constexpr uint32_t dayNumber(uint32_t year, uint32_t month, uint32_t day)
     return static_cast<uint32_t>(n);
 }
 
+/* The calendar's years as tables, built from the formula above: each year's
+   first day number shifted left by one with its leap flag in bit 0 (years
+   1800..2102), and the days before each month (1..12) in plain and leap
+   years.  Dates inside the range take their day number and validity from
+   these in a few compares and table reads. */
+struct YearTable {
+    uint32_t entry[kLastYear - kFirstYear + 2];
+};
+constexpr YearTable makeYearTable()
+{
+    YearTable t{};
+    for (uint32_t y = kFirstYear; y <= kLastYear + 1u; y++)
+        t.entry[y - kFirstYear] = dayNumber(y, 1, 1) << 1 | (isLeap(y) ? 1u : 0u);
+    return t;
+}
+inline constexpr YearTable kYears = makeYearTable();
+inline constexpr uint16_t kDaysBeforeMonth[2][13] = {
+    {0, 0, 31, 59, 90, 120, 151, 181, 212, 243, 273, 304, 334},
+    {0, 0, 31, 60, 91, 121, 152, 182, 213, 244, 274, 305, 335},
+};
+inline constexpr uint8_t kMonthLength[2][13] = {
+    {0, 31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31},
+    {0, 31, 29, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31},
+};
+static_assert(dayNumber(2101, 12, 31) == kLastDay && dayNumber(2000, 3, 1) == (kYears.entry[200] >> 1) + 60,
+              "year table");
+
+/* dayNumber for any arguments, through the tables inside the range. */
+constexpr uint32_t fastDayNumber(uint32_t year, uint32_t month, uint32_t day)
+{
+    const uint32_t index = year - kFirstYear;
+    if (index > kLastYear - kFirstYear || month - 1u > 11u)
+        return dayNumber(year, month, day);
+    const uint32_t entry = kYears.entry[index];
+    return (entry >> 1) + kDaysBeforeMonth[entry & 1][month] + day - 1;
+}
+
+/* A date of the calendar's range from its day number 0..kLastDay. */
+struct Date {
+    uint16_t year;
+    uint8_t month, day;
+};
+inline Date dateOfDay(uint32_t dayNumber)
+{
+    // The year from an estimate that is never more than one off (year
+    // starts stray from 365.2425 days a year by under two days in this
+    // range), then the month from the days before each month, where
+    // doy / 32 is never more than one below the month.
+    uint32_t index = dayNumber * 400u / 146097u;
+    if ((kYears.entry[index] >> 1) > dayNumber)
+        index--;
+    else if ((kYears.entry[index + 1] >> 1) <= dayNumber)
+        index++;
+    const uint32_t entry = kYears.entry[index];
+    const uint32_t leap = entry & 1, doy = dayNumber - (entry >> 1);
+    uint32_t month = doy / 32 + 1;
+    if (month < 12 && doy >= kDaysBeforeMonth[leap][month + 1])
+        month++;
+    return Date{static_cast<uint16_t>(kFirstYear + index), static_cast<uint8_t>(month),
+                static_cast<uint8_t>(doy - kDaysBeforeMonth[leap][month] + 1)};
+}
+
+/* True for the common valid record: a date inside the range with a valid
+   time.  False does not mean invalid (the sentinels take the full check). */
+constexpr bool isPlainValid(const OSDateTime &dt)
+{
+    const uint32_t index = dt.year - uint32_t{kFirstYear};
+    if (index > kLastYear - kFirstYear || dt.month - 1u > 11u)
+        return false;
+    return dt.day - 1u < kMonthLength[kYears.entry[index] & 1][dt.month] && dt.hour <= 23 && dt.minute <= 59 &&
+           dt.second <= 59;
+}
+
 constexpr bool isNoDateLow(const OSDateTime &dt)
 {
     return dt.year == 1 && dt.month == 1 && dt.day == 1 && dt.hour == 1 && dt.minute == 1 && dt.second == 1 &&
@@ -65,12 +138,6 @@ constexpr bool isSentinel(const OSDateTime &dt)
     return isNoDateLow(dt) || isNoDateHigh(dt);
 }
 
-/* A date of the calendar's range from its day number 0..kLastDay. */
-struct Date {
-    uint16_t year;
-    uint8_t month, day;
-};
-Date dateOfDay(uint32_t dayNumber);
 
 /* Validity without recording: the first failing rule's index, 0 when valid. */
 enum Invalid { Valid, BadYear, BadMonth, BadDay, BadHour, BadMinute, BadSecond };

@@ -18,7 +18,7 @@ namespace {
 /* The validation every working function starts with; records the reason. */
 bool checked(const OSDateTime *dt)
 {
-    return OSIsValidDateTime(dt) || OSWhyIsInvalidDateTime(dt);
+    return (dt && cal::isPlainValid(*dt)) || OSIsValidDateTime(dt) || OSWhyIsInvalidDateTime(dt);
 }
 
 bool sameBytes(const OSDateTime *a, const OSDateTime *b)
@@ -70,7 +70,7 @@ extern "C" {
 
 uint32_t QVAPI OSDaysSince01011800(uint16_t year, uint16_t month, uint16_t day)
 {
-    return cal::dayNumber(year, month, day);
+    return cal::fastDayNumber(year, month, day);
 }
 
 BOOL QVAPI OSIsValidDateTime(const OSDateTime *dt)
@@ -127,9 +127,22 @@ BOOL QVAPI OSAdjustDateTime(OSDateTime *dt, int32_t years, int32_t months, int32
 
 BOOL QVAPI OSAdjustDateTimeByDays(OSDateTime *dt, int32_t days)
 {
+    // The common case first: a plain valid date (never a sentinel) whose
+    // result stays inside the calendar (a result before day 0 wraps to far
+    // above the last day in unsigned arithmetic).
+    if (dt && cal::isPlainValid(*dt)) {
+        const uint32_t target = cal::fastDayNumber(dt->year, dt->month, dt->day) + static_cast<uint32_t>(days);
+        if (target <= cal::kLastDay) {
+            const cal::Date date = cal::dateOfDay(target);
+            dt->year = date.year;
+            dt->month = date.month;
+            dt->day = date.day;
+            return 1;
+        }
+    }
     if (!checked(dt))
         return 0;
-    const int64_t target = int64_t{cal::dayNumber(dt->year, dt->month, dt->day)} + days;
+    const int64_t target = int64_t{cal::fastDayNumber(dt->year, dt->month, dt->day)} + days;
     if (!cal::isSentinel(*dt) && target >= 0 && target <= cal::kLastDay) {
         // Inside the calendar the direct conversion gives the same date as
         // the cycle rebuild, without its month-by-month walk.
@@ -220,7 +233,7 @@ BOOL QVAPI OSDayOfWeek(const OSDateTime *dt, uint32_t *weekday, uint32_t)
     if (!checked(dt))
         return 0;
     // Day 0, 1 January 1800, was a Wednesday.
-    *weekday = (cal::dayNumber(dt->year, dt->month, dt->day) + 3u) % 7u;
+    *weekday = (cal::fastDayNumber(dt->year, dt->month, dt->day) + 3u) % 7u;
     return 1;
 }
 

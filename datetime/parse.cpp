@@ -42,14 +42,14 @@ struct Token {
 
 enum Field { Year, Month, Day, Hour, Minute, Second, FieldCount };
 
-/* One reading at a time: the token table, what was found and its values. */
+/* One reading: the token table, what was found and its values.  Each call
+   keeps its own on the stack and hands it to the passes. */
 struct Reading {
     Token tokens[kMaxTokens];
     uint32_t count;
     uint32_t found[FieldCount];
     uint32_t value[FieldCount];
 };
-Reading R;
 
 /* What a reading consults: the user's settings and the clock. */
 struct Context {
@@ -117,9 +117,9 @@ size_t delimiterAt(const char *p, const Delimiters &d)
 
 /* Clears the reading and cuts the text into tokens; runs of delimiters count
    as one. */
-void tokenize(const char *input, const Delimiters &d)
+void tokenize(Reading &r, const char *input, const Delimiters &d)
 {
-    memset(&R, 0, sizeof R);
+    memset(&r, 0, sizeof r);
     char copy[kInputRoom];
     size_t length = 0;
     while (length + 1 < kInputRoom && input[length])
@@ -127,31 +127,42 @@ void tokenize(const char *input, const Delimiters &d)
     memcpy(copy, input, length);
     copy[length] = '\0';
 
+    // The folded first letters of the delimiters: any other character
+    // cannot start one, which spares most characters the comparisons.
+    uint32_t firsts[256 / 32] = {};
+    for (uint32_t i = 0; i < d.count; i++) {
+        const unsigned char f = textmatch::fold(static_cast<unsigned char>(d.item[i][0]));
+        firsts[f / 32] |= 1u << (f % 32);
+    }
+    auto delimiter = [&](const char *at) -> size_t {
+        const unsigned char f = textmatch::fold(static_cast<unsigned char>(*at));
+        return firsts[f / 32] >> (f % 32) & 1 ? delimiterAt(at, d) : 0;
+    };
     const char *p = copy;
-    while (*p && R.count < kMaxTokens) {
-        if (size_t skip = delimiterAt(p, d)) {
+    while (*p && r.count < kMaxTokens) {
+        if (size_t skip = delimiter(p)) {
             p += skip;
             continue;
         }
-        Token &token = R.tokens[R.count++];
+        Token &token = r.tokens[r.count++];
         size_t n = 0;
-        for (; *p && !delimiterAt(p, d); p++)
+        for (; *p && !delimiter(p); p++)
             if (n + 1 < kTokenRoom)
                 token.text[n++] = *p;
     }
 }
 
-void set(Field field, uint32_t value)
+void set(Reading &r, Field field, uint32_t value)
 {
-    R.found[field] = 1;
-    R.value[field] = value;
+    r.found[field] = 1;
+    r.value[field] = value;
 }
 
-void setDate(const OSDateTime &date)
+void setDate(Reading &r, const OSDateTime &date)
 {
-    set(Year, date.year);
-    set(Month, date.month);
-    set(Day, date.day);
+    set(r, Year, date.year);
+    set(r, Month, date.month);
+    set(r, Day, date.day);
 }
 
 bool startsWithDigit(const Token &t)
@@ -182,11 +193,11 @@ uint32_t yearPlace(const char *picture)
 }
 
 /* The year of the date-word pass: a number only a year can be. */
-void typedYear(const Context &c)
+void typedYear(Reading &r, const Context &c)
 {
     const int64_t twoDigitLimit = int64_t{c.now.year} - 1950;
-    for (uint32_t i = 0; i < R.count; i++) {
-        Token &t = R.tokens[i];
+    for (uint32_t i = 0; i < r.count; i++) {
+        Token &t = r.tokens[i];
         const uint32_t n = leadingNumber(t.text);
         uint32_t year;
         if (twoDigitLimit < n && n < 2101)
@@ -198,83 +209,54 @@ void typedYear(const Context &c)
         else
             continue;
         t.used = ByDate;
-        set(Year, year);
+        set(r, Year, year);
         return;
     }
 }
 
 /* The year of the full pass: the first number that lies in 32..2100. */
-void yearInRange()
+void yearInRange(Reading &r)
 {
-    for (uint32_t i = 0; i < R.count; i++) {
-        Token &t = R.tokens[i];
+    for (uint32_t i = 0; i < r.count; i++) {
+        Token &t = r.tokens[i];
         const uint32_t n = leadingNumber(t.text);
         if (n >= 32 && n <= 2100) {
             t.used = ByDate;
-            set(Year, n < 1800 ? n + 1900 : n);
+            set(r, Year, n < 1800 ? n + 1900 : n);
             return;
         }
     }
 }
 
-constexpr words::MonthForm kMonthForms[] = {words::MonthFull, words::MonthAbbrev, words::MonthAlt};
-
-/* The month a text names in any form, or 0. */
-uint32_t monthNamed(const char *text)
-{
-    for (uint32_t month = 1; month <= 12; month++)
-        for (const words::MonthForm form : kMonthForms)
-            if (textmatch::equalFolded(text, words::month(form, month)))
-                return month;
-    return 0;
-}
-
 /* Every month name is used up; the last one typed is the month. */
-void monthNames()
+void monthNames(Reading &r)
 {
-    for (uint32_t i = 0; i < R.count; i++) {
-        Token &t = R.tokens[i];
+    for (uint32_t i = 0; i < r.count; i++) {
+        Token &t = r.tokens[i];
         if (t.used)
             continue;
-        if (const uint32_t month = monthNamed(t.text)) {
+        if (const uint32_t month = words::monthNamed(t.text)) {
             t.used = ByDate;
-            set(Month, month);
+            set(r, Month, month);
         }
     }
 }
 
-bool isDayName(const char *text)
-{
-    for (uint32_t weekday = 0; weekday < 7; weekday++)
-        if (textmatch::equalFolded(text, words::day(words::DayFull, weekday)) ||
-            textmatch::equalFolded(text, words::day(words::DayAbbrev, weekday)))
-            return true;
-    return false;
-}
-
-bool holdsOrdinal(const char *text)
-{
-    for (uint32_t day = 1; day <= 31; day++)
-        if (textmatch::find(text, words::ordinal(day), false))
-            return true;
-    return false;
-}
-
 /* Day names (read and ignored), ordinals and today, tomorrow, yesterday.
    Returns whether the day came from a word. */
-bool dayWords(const Context &c)
+bool dayWords(Reading &r, const Context &c)
 {
     bool dayFromWord = false;
-    for (uint32_t i = 0; i < R.count; i++) {
-        Token &t = R.tokens[i];
+    for (uint32_t i = 0; i < r.count; i++) {
+        Token &t = r.tokens[i];
         if (t.used)
             continue;
-        if (isDayName(t.text)) {
+        if (words::isDayName(t.text)) {
             t.used = ByDate;
-        } else if (holdsOrdinal(t.text)) {
+        } else if (words::holdsOrdinal(t.text)) {
             t.used = ByDate;
             if (const uint32_t day = leadingNumber(t.text)) {
-                set(Day, day);
+                set(r, Day, day);
                 dayFromWord = true;
             }
         } else {
@@ -289,7 +271,7 @@ bool dayWords(const Context &c)
                 continue;
             OSDateTime date = c.now;
             OSAdjustDateTime(&date, 0, 0, shift, 0, 0, 0, 0);
-            setDate(date);
+            setDate(r, date);
             t.used = ByDate;
             dayFromWord = true;
         }
@@ -300,12 +282,12 @@ bool dayWords(const Context &c)
 /* With no year found yet and no month or day given in words, the number at
    the year's place of the short date picture is the year of this century,
    or of the century before when that would lie more than 50 years ahead. */
-void yearAtPlace(const Context &c)
+void yearAtPlace(Reading &r, const Context &c)
 {
     const uint32_t place = yearPlace(c.shortDate);
     uint32_t seen = 0;
-    for (uint32_t i = 0; i < R.count; i++) {
-        Token &t = R.tokens[i];
+    for (uint32_t i = 0; i < r.count; i++) {
+        Token &t = r.tokens[i];
         // Only the date's own numbers count: a time such as 9:30 has no place.
         if (!startsWithDigit(t) || textmatch::find(t.text, c.intl.sTime, false))
             continue;
@@ -317,18 +299,18 @@ void yearAtPlace(const Context &c)
         if (year > c.now.year + 50u)
             year -= 100;
         t.used = ByDate;
-        set(Year, static_cast<uint32_t>(year > 0xFFFFFFFFu ? 0xFFFFFFFFu : year));
+        set(r, Year, static_cast<uint32_t>(year > 0xFFFFFFFFu ? 0xFFFFFFFFu : year));
         return;
     }
 }
 
 /* Month names, day words and, failing a year, the year's place. */
-void dateWords(const Context &c)
+void dateWords(Reading &r, const Context &c)
 {
-    monthNames();
-    const bool dayFromWord = dayWords(c);
-    if (!R.found[Year] && !R.found[Month] && !dayFromWord)
-        yearAtPlace(c);
+    monthNames(r);
+    const bool dayFromWord = dayWords(r, c);
+    if (!r.found[Year] && !r.found[Month] && !dayFromWord)
+        yearAtPlace(r, c);
 }
 
 /* ---- the number pass */
@@ -348,21 +330,21 @@ bool dayBeforeMonth(const char *picture)
 /* The first two tokens no pass used, as day and month: a number above 12
    can only be a day; otherwise the user's date order decides.  A word reads
    as 0, and a month or day found before is read again from the numbers. */
-void numbersAsDayAndMonth(const Context &c, bool importRule)
+void numbersAsDayAndMonth(Reading &r, const Context &c, bool importRule)
 {
-    if (R.found[Month] && R.found[Day])
+    if (r.found[Month] && r.found[Day])
         return;
     Token *open[2] = {};
     uint32_t count = 0;
-    for (uint32_t i = 0; i < R.count && count < 2; i++)
-        if (!R.tokens[i].used)
-            open[count++] = &R.tokens[i];
+    for (uint32_t i = 0; i < r.count && count < 2; i++)
+        if (!r.tokens[i].used)
+            open[count++] = &r.tokens[i];
     if (count == 0)
         return;
     const uint32_t a = leadingNumber(open[0]->text);
     if (count == 1) {
         if (a <= 31) {
-            set(Day, a);
+            set(r, Day, a);
             open[0]->used = ByDate;
         }
         return;
@@ -373,7 +355,7 @@ void numbersAsDayAndMonth(const Context &c, bool importRule)
         monthFirst = true;
     else if (b <= 12 && a >= 13)
         monthFirst = false;
-    else if (importRule && R.found[Year])
+    else if (importRule && r.found[Year])
         monthFirst = true;
     else if (c.intl.iDate == 0)
         monthFirst = true;
@@ -381,8 +363,8 @@ void numbersAsDayAndMonth(const Context &c, bool importRule)
         monthFirst = false;
     else
         monthFirst = !dayBeforeMonth(c.shortDate);
-    set(Month, monthFirst ? a : b);
-    set(Day, monthFirst ? b : a);
+    set(r, Month, monthFirst ? a : b);
+    set(r, Day, monthFirst ? b : a);
     open[0]->used = open[1]->used = ByDate;
 }
 
@@ -418,13 +400,13 @@ bool holdsDesignator(const char *text, const Designators &d)
 }
 
 /* Reads hour, minute and second from a token holding the time separator. */
-void splitTime(const char *text, const char *separator)
+void splitTime(Reading &r, const char *text, const char *separator)
 {
     const size_t step = strlen(separator);
     const char *part = text;
     for (int field = Hour; field <= Second && part; field++) {
         if (*part || field == Hour)
-            set(static_cast<Field>(field), leadingNumber(part));
+            set(r, static_cast<Field>(field), leadingNumber(part));
         const char *next = textmatch::find(part, separator, false);
         part = next ? next + step : nullptr;
     }
@@ -434,48 +416,48 @@ void splitTime(const char *text, const char *separator)
    at are used up.  In the time reading a lone number is the hour, so nothing
    is left to the day and month; in the full reading a lone number is left to
    them unless a designator is attached to it ("3pm"). */
-void times(const Context &c, bool loneNumberIsHour)
+void times(Reading &r, const Context &c, bool loneNumberIsHour)
 {
     Designators d;
     loadDesignators(c, d);
-    for (uint32_t i = 0; i < R.count; i++) {
-        Token &t = R.tokens[i];
+    for (uint32_t i = 0; i < r.count; i++) {
+        Token &t = r.tokens[i];
         if (t.used)
             continue;
         if (textmatch::find(t.text, c.intl.sTime, false)) {
-            splitTime(t.text, c.intl.sTime);
+            splitTime(r, t.text, c.intl.sTime);
             t.used = ByTime;
         } else if (startsWithDigit(t)) {
-            if (!R.found[Hour] && (loneNumberIsHour || holdsDesignator(t.text, d))) {
-                set(Hour, leadingNumber(t.text));
+            if (!r.found[Hour] && (loneNumberIsHour || holdsDesignator(t.text, d))) {
+                set(r, Hour, leadingNumber(t.text));
                 t.used = ByTime;
             }
         } else if (textmatch::equalFolded(t.text, words::word(words::Now))) {
-            set(Hour, c.now.hour);
-            set(Minute, c.now.minute);
-            set(Second, c.now.second);
+            set(r, Hour, c.now.hour);
+            set(r, Minute, c.now.minute);
+            set(r, Second, c.now.second);
             t.used = ByTime;
         } else if (textmatch::equalFolded(t.text, words::word(words::Noon))) {
-            set(Hour, 12);
-            set(Minute, 0);
-            set(Second, 0);
+            set(r, Hour, 12);
+            set(r, Minute, 0);
+            set(r, Second, 0);
             t.used = ByTime;
         }
         // Every token is the time's but, in the full reading, a lone number.
         if (loneNumberIsHour || !startsWithDigit(t))
             t.used = ByTime;
     }
-    for (uint32_t i = 0; i < R.count; i++) {
-        Token &t = R.tokens[i];
+    for (uint32_t i = 0; i < r.count; i++) {
+        Token &t = r.tokens[i];
         if (t.used == ByDate)
             continue;
         if (textmatch::find(t.text, d.morning, true)) {
-            if (R.value[Hour] == 12)
-                R.value[Hour] = 0;
+            if (r.value[Hour] == 12)
+                r.value[Hour] = 0;
             t.used = ByTime;
         } else if (textmatch::find(t.text, d.afternoon, true)) {
-            if (R.found[Hour] && R.value[Hour] != 12)
-                R.value[Hour] += 12;
+            if (r.found[Hour] && r.value[Hour] != 12)
+                r.value[Hour] += 12;
             t.used = ByTime;
         }
     }
@@ -494,12 +476,12 @@ T clampTo(uint32_t value)
 
 /* The record from what was found; with defaults, a missing date part is
    today's and a missing time part 0, else every missing part is 0. */
-void assemble(OSDateTime *dt, const Context &c, bool defaults)
+void assemble(const Reading &r, OSDateTime *dt, const Context &c, bool defaults)
 {
     const uint32_t today[3] = {c.now.year, c.now.month, c.now.day};
     uint32_t v[FieldCount];
     for (int f = 0; f < FieldCount; f++)
-        v[f] = R.found[f] ? R.value[f] : (defaults && f <= Day ? today[f] : 0);
+        v[f] = r.found[f] ? r.value[f] : (defaults && f <= Day ? today[f] : 0);
     *dt = OSDateTime{clampTo<uint16_t>(v[Year]), clampTo<uint8_t>(v[Month]),  clampTo<uint8_t>(v[Day]),
                      clampTo<uint8_t>(v[Hour]),  clampTo<uint8_t>(v[Minute]), clampTo<uint8_t>(v[Second]),
                      0};
@@ -544,25 +526,26 @@ bool readText(OSDateTime *dt, const char *text, Kind kind, const char *function)
         *dt = c.now;
         return OSIsValidDateTime(dt);
     }
+    Reading r;
     if (kind == TimeReading) {
-        tokenize(text, Delimiters{{" ", "\t"}, 2});
-        times(c, true);
+        tokenize(r, text, Delimiters{{" ", "\t"}, 2});
+        times(r, c, true);
     } else {
-        tokenize(text, dateDelimiters(c, kind == ImportReading));
+        tokenize(r, text, dateDelimiters(c, kind == ImportReading));
         if (kind == DateReading) {
-            typedYear(c);
-            dateWords(c);
+            typedYear(r, c);
+            dateWords(r, c);
         } else {
             // The full reading knows no year's place: a year is a number in
             // 32..2100 or none, and a missing one is this year.
-            yearInRange();
-            monthNames();
-            dayWords(c);
-            times(c, false);
+            yearInRange(r);
+            monthNames(r);
+            dayWords(r, c);
+            times(r, c, false);
         }
     }
-    numbersAsDayAndMonth(c, kind == ImportReading);
-    assemble(dt, c, kind != ImportReading);
+    numbersAsDayAndMonth(r, c, kind == ImportReading);
+    assemble(r, dt, c, kind != ImportReading);
     return kind == ImportReading || OSIsValidDateTime(dt);
 }
 
@@ -575,14 +558,15 @@ uint32_t tumblerMinutes(const char *text, const Context &c)
     char hour[16], minute[16];
     loadWord(IDS_HOUR_ABBREV, hour, sizeof hour);
     loadWord(IDS_MINUTE_ABBREV, minute, sizeof minute);
-    tokenize(text, Delimiters{{" ", "\t", hour, minute, c.intl.sTime}, 5});
+    Reading r;
+    tokenize(r, text, Delimiters{{" ", "\t", hour, minute, c.intl.sTime}, 5});
     uint64_t minutes = 0;
-    if (R.count >= 2)
-        minutes = uint64_t{leadingNumber(R.tokens[0].text)} * 60 + leadingNumber(R.tokens[1].text);
-    else if (R.count == 1 && textmatch::find(text, hour, true))
-        minutes = uint64_t{leadingNumber(R.tokens[0].text)} * 60;
-    else if (R.count == 1)
-        minutes = leadingNumber(R.tokens[0].text);
+    if (r.count >= 2)
+        minutes = uint64_t{leadingNumber(r.tokens[0].text)} * 60 + leadingNumber(r.tokens[1].text);
+    else if (r.count == 1 && textmatch::find(text, hour, true))
+        minutes = uint64_t{leadingNumber(r.tokens[0].text)} * 60;
+    else if (r.count == 1)
+        minutes = leadingNumber(r.tokens[0].text);
     return static_cast<uint32_t>(minutes > kLastMinute ? kLastMinute : minutes);
 }
 

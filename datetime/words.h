@@ -23,6 +23,15 @@ const char *month(MonthForm form, uint32_t month); /* 1 = January */
 const char *ordinal(uint32_t day);                /* 1..31 */
 const char *word(Word which);
 
+/* Typed words against the tables, case-blind and whole: the month named in
+   any form (1..12, the first in month order), or 0; whether a text is a
+   full or abbreviated day name.  holdsOrdinal: whether any ordinal occurs
+   within the text as written.  Each word's length and folded first letter
+   are kept from loading, so most words are ruled out by one compare. */
+uint32_t monthNamed(const char *text);
+bool isDayName(const char *text);
+bool holdsOrdinal(const char *text);
+
 /* Loads every word, the relative words first; false at the first string
    that cannot be loaded (RV_StringNonExistant or RV_OutOfLocalMemory recorded). */
 bool load();

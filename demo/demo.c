@@ -11,6 +11,8 @@
 
 #include "qviso32.h"
 
+void showErrorText(void); /* kit_demo.c */
+
 static void showStartUp(void)
 {
     char text[256];
@@ -214,6 +216,7 @@ int main(int argc, char **argv)
     }
     showStartUp();
     showErrorRoundTrip();
+    showErrorText();
     showDates();
     showErrorBoxes();
     showTypedDate(typedDate(argc, argv));

@@ -159,7 +159,7 @@ typedef struct OSTreeNode {
     struct OSTreeNode *Parent;     /* null for top-level nodes */
     struct OSTreeNode *FirstChild; /* only the first child is linked from its parent */
 } OSTreeNode;
-#ifdef __cplusplus
+#if defined(__cplusplus) && __cplusplus >= 201103L
 static_assert(sizeof(OSTreeNode) == 16, "four 32-bit links");
 #endif
 

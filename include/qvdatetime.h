@@ -220,7 +220,7 @@ uint32_t QVAPI OSGetZodiacSymbol(uint32_t sign);
 
 QV_EXTERN_C_END
 
-#ifdef __cplusplus
+#if defined(__cplusplus) && __cplusplus >= 201103L
 static_assert(sizeof(OSDateTime) == 8, "OSDateTime is 8 bytes");
 static_assert(sizeof(OSIntlSettings) == 296 && offsetof(OSIntlSettings, sDate) == 26 &&
                   offsetof(OSIntlSettings, iDate) == 28 && offsetof(OSIntlSettings, sCodePageTranslation) == 36,

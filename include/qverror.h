@@ -140,14 +140,15 @@ int QVAPI UIHandleErrorFunc(HWND owner, uint32_t useWindowTitle, UIErrorMessageF
    text; the caller repeats the failed operation while this returns IDRETRY. */
 int QVAPI UIHandleErrorRetry(HWND owner);
 /* Appends a presentation callback (only the first ever registered is called);
-   1, or 0 with RV_OutOfLocalMemory (16) or RV_ListBroken.  reserved is ignored. */
+   1, or 0 with RV_OutOfLocalMemory (particular: the 16 bytes asked for) or
+   RV_ListBroken.  reserved is ignored. */
 int QVAPI UIErrorRegisterCallback(uint32_t reserved, UIErrorCallback callback);
 /* Does nothing (registered callbacks stay); returns 1. */
 int QVAPI UIErrorUnRegisterCallback(uint32_t reserved);
 
 QV_EXTERN_C_END
 
-#ifdef __cplusplus
+#if defined(__cplusplus) && __cplusplus >= 201103L
 static_assert(sizeof(OSVirtualFile) == 12, "virtual-file descriptor is three words");
 static_assert(sizeof(OSErrorInfo) == 1396, "OSErrorInfo layout");
 static_assert(offsetof(OSErrorInfo, Detail) == 16 && offsetof(OSErrorInfo, Param0) == 272 &&

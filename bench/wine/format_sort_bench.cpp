@@ -8,6 +8,7 @@
 #include <stdlib.h>
 #include <string.h>
 
+#include <algorithm>
 #include <vector>
 
 #include "qviso32.h"
@@ -25,9 +26,9 @@ double now()
 void row(const char *what, double oursNs, const char *theirName, double theirsNs)
 {
     if (theirName)
-        printf("| %-44s | %10.1f | %-10s | %10.1f | %5.2f |\n", what, oursNs, theirName, theirsNs, oursNs / theirsNs);
+        printf("| %-46s | %10.1f | %-10s | %10.1f | %5.2f |\n", what, oursNs, theirName, theirsNs, oursNs / theirsNs);
     else
-        printf("| %-44s | %10.1f | %-10s | %10s | %5s |\n", what, oursNs, "", "", "");
+        printf("| %-46s | %10.1f | %-10s | %10s | %5s |\n", what, oursNs, "", "", "");
 }
 
 volatile int Sink;
@@ -42,6 +43,12 @@ void formatting()
             Sink = call(i);
         return (now() - t0) / n * 1e9;
     };
+    row("OScsprintf \"%s owes %d\" (ns)",
+        time([&](int i) { return OScsprintf(dest, 1000, "%s owes %d", "Ann", i); }), "wsprintfA",
+        time([&](int i) { return wsprintfA(dest, "%s owes %d", "Ann", i); }));
+    row("LocalAlloc(LPTR, 11) + LocalFree (ns)",
+        time([&](int) { HLOCAL h = LocalAlloc(LPTR, 11); LocalFree(h); return h != nullptr; }), "wsprintfA",
+        time([&](int i) { return wsprintfA(dest, "%s owes %d", "Ann", i); }));
     row("OSrsprintf \"%s owes %d\" (ns)",
         time([&](int i) { return OSrsprintf(dest, 1000, "%s owes %d", "Ann", i); }), "wsprintfA",
         time([&](int i) { return wsprintfA(dest, "%s owes %d", "Ann", i); }));
@@ -85,26 +92,43 @@ void sortRow(const char *label, std::vector<T> data, QSortCompare ours, int(__cd
     row(label, oursMs, "qsort", theirsMs);
 }
 
-void sorting()
+/* The same patterns at both sizes: random, sorted, reversed, sorted with one
+   element appended, organ pipe, all equal, few (8) distinct keys. */
+template <typename T>
+void sortPatterns(const char *what, size_t n, QSortCompare ours, int(__cdecl *theirs)(const void *, const void *),
+                  T (*make)(uint32_t key, uint32_t i))
 {
     uint32_t seed = 12345;
     auto next = [&] { seed = seed * 1103515245u + 12345u; return seed >> 1 ^ seed << 7; };
-    std::vector<uint32_t> ints(1000000);
-    for (uint32_t &v : ints)
+    std::vector<uint32_t> random(n);
+    for (uint32_t &v : random)
         v = next();
-    sortRow("QSort 10^6 uint32, random (ms)", ints, compareU32, compareU32C);
-    std::vector<uint32_t> sortedInts = ints;
-    qsort(sortedInts.data(), sortedInts.size(), 4, compareU32C);
-    sortRow("QSort 10^6 uint32, sorted (ms)", sortedInts, compareU32, compareU32C);
-    sortedInts.push_back(0);
-    sortRow("QSort 10^6 uint32, sorted + 1 appended (ms)", sortedInts, compareU32, compareU32C);
+    std::vector<uint32_t> sorted = random;
+    std::sort(sorted.begin(), sorted.end());
+    const struct { const char *name; uint32_t (*key)(const std::vector<uint32_t> &, const std::vector<uint32_t> &, size_t, size_t); } patterns[] = {
+        {"random", [](const auto &r, const auto &, size_t i, size_t) { return r[i]; }},
+        {"sorted", [](const auto &, const auto &s, size_t i, size_t) { return s[i]; }},
+        {"reversed", [](const auto &, const auto &s, size_t i, size_t n) { return s[n - 1 - i]; }},
+        {"sorted + 1 appended", [](const auto &r, const auto &s, size_t i, size_t n) { return i + 1 < n ? s[i] : r[0] / 2; }},
+        {"organ pipe", [](const auto &, const auto &, size_t i, size_t n) { return uint32_t(i < n / 2 ? i : n - i); }},
+        {"all equal", [](const auto &, const auto &, size_t, size_t) { return 7u; }},
+        {"8 distinct keys", [](const auto &r, const auto &, size_t i, size_t) { return r[i] % 8; }},
+    };
+    for (const auto &p : patterns) {
+        std::vector<T> data(n);
+        for (size_t i = 0; i < n; i++)
+            data[i] = make(p.key(random, sorted, i, n), uint32_t(i));
+        char label[64];
+        snprintf(label, sizeof label, "QSort %s, %s (ms)", what, p.name);
+        sortRow(label, data, ours, theirs);
+    }
+}
 
-    std::vector<Record> records(100000);
-    for (uint32_t i = 0; i < records.size(); i++)
-        records[i] = {next(), i, ~i};
-    sortRow("QSort 10^5 12-byte records, random (ms)", records, compareRecord, compareRecordC);
-    qsort(records.data(), records.size(), sizeof(Record), compareRecordC);
-    sortRow("QSort 10^5 12-byte records, sorted (ms)", records, compareRecord, compareRecordC);
+void sorting()
+{
+    sortPatterns<uint32_t>("10^6 uint32", 1000000, compareU32, compareU32C, [](uint32_t key, uint32_t) { return key; });
+    sortPatterns<Record>("10^5 12-byte", 100000, compareRecord, compareRecordC,
+                         [](uint32_t key, uint32_t i) { return Record{key, i, ~i}; });
 }
 
 void pulse()
@@ -125,13 +149,20 @@ void pulse()
     for (int i = 0; i < n; i++)
         Sink = OSReWait(0);
     row("OSReWait(0) with no wait (ns)", (now() - t0) / n * 1e9, nullptr, 0);
+    // What every sort pays before and after its work, whatever its size.
+    t0 = now();
+    for (int i = 0; i < 1000; i++) {
+        OSWait();
+        OSUnWait();
+    }
+    row("OSWait + OSUnWait, as every QSort (us)", (now() - t0) / 1000 * 1e6, nullptr, 0);
 }
 
 } // namespace
 
 int main()
 {
-    printf("| %-44s | %10s | %-10s | %10s | %5s |\n", "qviso32", "time", "platform", "time", "ratio");
+    printf("| %-46s | %10s | %-10s | %10s | %5s |\n", "qviso32", "time", "platform", "time", "ratio");
     printf("|%s|%s|%s|%s|%s|\n", "----------------------------------------------", "-----------:", "------------",
            "-----------:", "------:");
     formatting();

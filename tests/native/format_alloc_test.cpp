@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 #include <string.h>
 
+#include <string>
+
 #include "fake_os.h"
 #include "qviso32.h"
 
@@ -20,9 +22,13 @@ TEST(Formatting, AFailedWorkCopyRecordsItsSizeAndLeavesDestAlone)
     EXPECT_EQ(OSErrorGetErrorValue(), static_cast<RV>(RV_OutOfLocalMemory));
     EXPECT_EQ(OSErrorGetErrorInfo()->Param3, strlen("@1%d!") + 1);
     OSErrorClearError();
-    // The rebuilt argument list is the second block: nothing may leak when it fails.
+    // A text with more conversions than the list on the stack holds rebuilds
+    // its argument list in a second block: nothing may leak when that fails.
+    std::string many;
+    for (int k = 0; k < 65; k++)
+        many += "@1%d";
     fakeos::failLocalAllocs(1, 1);
-    EXPECT_EQ(OSrsprintf(dest, 10, "@1%d!", 5), 0);
+    EXPECT_EQ(OSrsprintf(dest, 10, many.c_str(), 5), 0);
     EXPECT_EQ(OSErrorGetErrorValue(), static_cast<RV>(RV_OutOfLocalMemory));
     EXPECT_EQ(fakeos::liveLocalBlocks(), live);
     OSErrorClearError();

@@ -67,6 +67,8 @@ TEST(Calendar, ValidityNamesTheFirstBadFieldWithItsRange)
         {make(1799, 12, 31), false, false, RV_YearRange, 1799, 1800, 2101},
         {make(2000, 13, 40), false, false, RV_MonthRange, 13, 1, 12},
         {make(2100, 2, 29), false, false, RV_DayRange, 29, 1, 28},
+        {make(2000, 1, 0), false, false, RV_DayRange, 0, 1, 31}, // unsigned wrap in a fast path
+        {make(2000, 0, 1), false, false, RV_MonthRange, 0, 1, 12},
         {make(2000, 2, 30, 24), false, false, RV_DayRange, 30, 1, 29},
         {make(1804, 2, 29, 24, 60), false, false, RV_HourRange, 24, 0, 23},
         {make(2004, 2, 29, 23, 60, 75), false, false, RV_MinuteRange, 60, 0, 59},
