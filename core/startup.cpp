@@ -18,6 +18,7 @@
 
 int OSStartResource();
 void OSStopResource();
+void qvTelephonyStop();
 
 namespace {
 OSVERSIONINFOA VersionInfo;
@@ -50,12 +51,16 @@ BOOL startLibrary(HMODULE self)
 }
 } // namespace
 
-extern "C" BOOL WINAPI DllMain(HINSTANCE self, DWORD reason, LPVOID)
+extern "C" BOOL WINAPI DllMain(HINSTANCE self, DWORD reason, LPVOID reserved)
 {
     switch (reason) {
     case DLL_PROCESS_ATTACH:
         return startLibrary(self);
     case DLL_PROCESS_DETACH:
+        // Unloaded while the process goes on: end the line application.  At
+        // process exit the telephony library may already be gone.
+        if (!reserved)
+            qvTelephonyStop();
         OSStopResource();
         return TRUE;
     default:

@@ -9,6 +9,7 @@
 
 #include <windows.h>
 
+#include <deque>
 #include <string>
 #include <vector>
 
@@ -40,6 +41,8 @@ inline std::vector<FileDialog> FileDialogs;
 /* The file the hook chooses in open-file dialogs; empty cancels them. */
 inline std::string FileAnswer;
 inline int Answer = IDOK;
+/* Answers for the next boxes in turn; Answer once they are used up. */
+inline std::deque<int> Answers;
 inline HWND Watched;
 inline HHOOK Hook;
 
@@ -88,7 +91,12 @@ inline LRESULT CALLBACK onMessage(int code, WPARAM wp, LPARAM lp)
                         GetDlgItem(box, IDNO) != nullptr, iconOf(box), GetWindow(box, GW_OWNER),
                         (GetWindowLongA(box, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0,
                         Watched && IsWindowEnabled(Watched)});
-        PostMessageA(box, WM_COMMAND, static_cast<WPARAM>(Answer), 0);
+        int answer = Answer;
+        if (!Answers.empty()) {
+            answer = Answers.front();
+            Answers.pop_front();
+        }
+        PostMessageA(box, WM_COMMAND, static_cast<WPARAM>(answer), 0);
     }
     return CallNextHookEx(Hook, code, wp, lp);
 }
@@ -98,6 +106,7 @@ inline bool start(int answer = IDOK)
 {
     Seen.clear();
     Answer = answer;
+    Answers.clear();
     Watched = nullptr;
     Hook = SetWindowsHookExA(WH_CALLWNDPROCRET, onMessage, nullptr, GetCurrentThreadId());
     return Hook != nullptr;
