@@ -4,8 +4,9 @@
  */
 #include "words.h"
 
-#include "../core/globals.h"
-#include "../core/os.h"
+#include "../base/globals.h"
+#include "../error/loadtext.h"
+#include "../base/os.h"
 #include "resource_ids.h"
 
 namespace words {

@@ -6,7 +6,7 @@
  */
 #include <string.h>
 
-#include "../core/os.h"
+#include "../base/os.h"
 #include "presentation.h"
 
 namespace {

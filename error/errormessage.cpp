@@ -5,8 +5,8 @@
 #include <stdio.h>
 #include <string.h>
 
-#include "../core/globals.h"
-#include "../core/os.h"
+#include "../base/globals.h"
+#include "../base/os.h"
 #include "presentation.h"
 #include "qvcore.h"
 

@@ -13,8 +13,8 @@
 #include <array>
 #include <string.h>
 
-#include "../core/globals.h"
-#include "../core/os.h"
+#include "../base/globals.h"
+#include "../base/os.h"
 
 namespace {
 

@@ -1,2 +1,2 @@
 # Telephone dialing.
-list(APPEND QV_WINDOWS_SOURCES telephony/telephony.cpp)
+list(APPEND QV_WINDOWS_SOURCES telephony/telephony_win.cpp)

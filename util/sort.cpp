@@ -14,6 +14,7 @@
  */
 #include <string.h>
 
+#include "../base/os.h"
 #include "qvcore.h"
 #include "qverror.h"
 #include "qvutil.h"
@@ -59,7 +60,7 @@ struct Sort {
     void quicksort(size_t lo, size_t hi) const
     {
         while (lo < hi) {
-            OSReWait(0);
+            osBusy(OsBusyPulse);
             if (!budget)
                 swap(lo, lo + (hi - lo) / 2);
             // Both scans stop at elements equal to the pivot, which keeps
@@ -107,13 +108,13 @@ void sortElements(void *base, uint32_t count, uint32_t width, QSortCompare compa
         log2n++;
     const Sort sort{static_cast<unsigned char *>(base), width, compare, compareLong,
                     uint64_t{4} * count * log2n + (uint64_t{1} << 24)};
-    OSWait();
+    osBusy(OsBusyBegin);
     size_t i = 0;
     while (i + 1 < count && sort.cmp(i, i + 1) <= 0)
         i++;
     if (i + 1 < count)
         sort.quicksort(0, count - 1);
-    OSUnWait();
+    osBusy(OsBusyEnd);
 }
 
 } // namespace

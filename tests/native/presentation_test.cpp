@@ -7,7 +7,7 @@
 
 #include <string>
 
-#include "../../core/globals.h"
+#include "../../base/globals.h"
 #include "../../error/errorstate.h"
 #include "../../error/presentation.h"
 #include "fake_os.h"

@@ -6,8 +6,8 @@
  * refuses a box: it retries system-modal, and as a last resort shows the
  * fallback text loaded at start-up.
  */
-#include "globals.h"
-#include "os.h"
+#include "../base/globals.h"
+#include "../base/os.h"
 #include "qvcore.h"
 #include "qverror.h"
 

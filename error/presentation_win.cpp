@@ -12,8 +12,9 @@
 #include <stdio.h>
 #include <string.h>
 
-#include "../core/globals.h"
-#include "../core/os.h"
+#include "../base/globals.h"
+#include "loadtext.h"
+#include "../base/os.h"
 #include "errortext.h"
 #include "presentation.h"
 #include "qvcore.h"
