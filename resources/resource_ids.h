@@ -177,4 +177,7 @@
 #define IDS_TEL_OPEN_FAILED          1176
 #define IDS_TEL_NO_PARTIAL_DIAL      1177
 
+/* ---- Gadgets ----------------------------------------------------------- */
+#define IDS_COLOR_NAMES              30160 /* colour picker: the colour names, comma-separated */
+
 #endif /* QV_RESOURCE_IDS_H */

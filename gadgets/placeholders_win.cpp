@@ -1,0 +1,26 @@
+/*
+ * Window procedures of the gadget classes whose behaviour is not built yet.
+ * Their windows can be created (dialog templates name them) and behave as
+ * plain windows: every message goes to DefWindowProc.
+ */
+#include "gadprocs_win.h"
+
+#define QV_PLAIN_PROC(name)                                                  \
+    LRESULT name(HWND window, UINT message, WPARAM wp, LPARAM lp)            \
+    {                                                                        \
+        return DefWindowProcA(window, message, wp, lp);                      \
+    }
+
+extern "C" {
+QV_PLAIN_PROC(QVAPI GadPageWndProc)
+QV_PLAIN_PROC(QVAPI GadFMWndProc)
+QV_PLAIN_PROC(QVAPI GadFTWndProc)
+QV_PLAIN_PROC(QVAPI GadWWndProc)
+QV_PLAIN_PROC(QVAPI GadComboWndProc)
+}
+
+QV_PLAIN_PROC(CALLBACK gadStopWatchProc)
+QV_PLAIN_PROC(CALLBACK gadQvBitmapProc)
+QV_PLAIN_PROC(CALLBACK gadDateTrackerProc)
+QV_PLAIN_PROC(CALLBACK gadTumblerProc)
+QV_PLAIN_PROC(CALLBACK gadSuperTextProc)
