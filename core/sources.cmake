@@ -8,7 +8,7 @@ list(APPEND QV_PORTABLE_SOURCES core/filecopy.cpp)
 list(APPEND QV_WINDOWS_SOURCES core/files_win.cpp)
 
 # formatting and memory
-list(APPEND QV_PORTABLE_SOURCES core/format.cpp)
+list(APPEND QV_PORTABLE_SOURCES core/format.cpp core/loadformat.cpp)
 
 # wait cursor, timers and messages
 list(APPEND QV_WINDOWS_SOURCES core/waitcursor_win.cpp core/message_win.cpp)

@@ -7,7 +7,7 @@
 #include <string.h>
 
 #include "../base/os.h"
-#include "presentation.h"
+#include "errorcallbacks.h"
 
 namespace {
 

@@ -16,7 +16,8 @@
 #include "loadtext.h"
 #include "../base/os.h"
 #include "errortext.h"
-#include "presentation.h"
+#include "errorcallbacks.h"
+#include "errormessage.h"
 #include "qvcore.h"
 #include "resource_ids.h"
 

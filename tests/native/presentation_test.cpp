@@ -9,7 +9,8 @@
 
 #include "../../base/globals.h"
 #include "../../error/errorstate.h"
-#include "../../error/presentation.h"
+#include "../../error/errorcallbacks.h"
+#include "../../error/errormessage.h"
 #include "fake_os.h"
 
 namespace {
