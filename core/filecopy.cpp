@@ -8,7 +8,7 @@
 
 #include <string.h>
 
-#include "os.h"
+#include "../base/os.h"
 #include "qverror.h"
 
 void qvCopyBufferAcquire(CopyBuffer *buffer, uint32_t bytes)

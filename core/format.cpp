@@ -11,7 +11,7 @@
 
 #include <type_traits>
 
-#include "os.h"
+#include "../base/os.h"
 #include "qvcore.h"
 #include "qverror.h"
 

@@ -1,18 +1,17 @@
 # Isolation core.
-# start-up, instances and the resource library
-list(APPEND QV_PORTABLE_SOURCES core/globals.cpp)
-list(APPEND QV_WINDOWS_SOURCES core/os_win.cpp core/resource.cpp core/startup.cpp)
+# instances and the resource library
+list(APPEND QV_WINDOWS_SOURCES core/instance_win.cpp core/resource_win.cpp)
 # profile settings
-list(APPEND QV_WINDOWS_SOURCES core/profile.cpp)
+list(APPEND QV_WINDOWS_SOURCES core/profile_win.cpp)
 # files and locking
 list(APPEND QV_PORTABLE_SOURCES core/filecopy.cpp)
-list(APPEND QV_WINDOWS_SOURCES core/files.cpp)
+list(APPEND QV_WINDOWS_SOURCES core/files_win.cpp)
 
 # formatting and memory
-list(APPEND QV_PORTABLE_SOURCES core/format.cpp)
+list(APPEND QV_PORTABLE_SOURCES core/format.cpp core/loadformat.cpp)
 
 # wait cursor, timers and messages
-list(APPEND QV_WINDOWS_SOURCES core/waitcursor.cpp core/message.cpp)
+list(APPEND QV_WINDOWS_SOURCES core/waitcursor_win.cpp core/message_win.cpp)
 # tree links
 list(APPEND QV_PORTABLE_SOURCES core/tree.cpp)
 

@@ -8,7 +8,7 @@
  */
 #include <string.h>
 
-#include "../core/os.h"
+#include "../base/os.h"
 #include "calendar.h"
 #include "intl.h"
 #include "qverror.h"

@@ -8,7 +8,7 @@
 #include "intl.h"
 #include "words.h"
 
-int qvDateTimeStart(HMODULE)
+int qvDateTimeStart()
 {
     qvIntlRead(qvIntlStore);
     return words::load() ? 1 : 0;

@@ -7,6 +7,6 @@
 #include "qvtypes.h"
 
 /* Fills the settings cache and the word tables; nonzero on success. */
-int qvDateTimeStart(HMODULE libraryModule);
+int qvDateTimeStart();
 
 #endif /* QV_DATETIME_DTSTART_H */

@@ -11,8 +11,8 @@
  */
 #include <string.h>
 
-#include "../core/globals.h"
-#include "../core/os.h"
+#include "../base/globals.h"
+#include "../base/os.h"
 #include "calendar.h"
 #include "intl.h"
 #include "qvcore.h"

@@ -6,7 +6,7 @@
  */
 #include <string.h>
 
-#include "../core/globals.h"
+#include "../base/globals.h"
 #include "../core/profile.h"
 #include "intl.h"
 #include "qvcore.h"

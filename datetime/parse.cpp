@@ -13,8 +13,8 @@
 #include <stdio.h>
 #include <string.h>
 
-#include "../core/globals.h"
-#include "../core/os.h"
+#include "../base/globals.h"
+#include "../base/os.h"
 #include "qvdatetime.h"
 #include "qverror.h"
 #include "qvutil.h"

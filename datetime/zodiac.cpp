@@ -8,8 +8,9 @@
  */
 #include <string.h>
 
-#include "../core/globals.h"
-#include "../core/os.h"
+#include "../base/globals.h"
+#include "../error/loadtext.h"
+#include "../base/os.h"
 #include "qvdatetime.h"
 #include "qverror.h"
 #include "resource_ids.h"

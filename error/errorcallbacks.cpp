@@ -6,8 +6,8 @@
  */
 #include <string.h>
 
-#include "../core/os.h"
-#include "presentation.h"
+#include "../base/os.h"
+#include "errorcallbacks.h"
 
 namespace {
 

@@ -13,126 +13,28 @@
 #include <array>
 #include <string.h>
 
-#include "../core/globals.h"
-#include "../core/os.h"
+#include "../base/globals.h"
+#include "../base/os.h"
+#include "rvtable.h"
 
 namespace {
-
-/* What OSErrorSetErrorInfo does with each argument that follows a code. */
-enum ArgOp : uint8_t {
-    A_End,
-    A_File,      /* a file name, or a virtual-file descriptor whose first byte is 0xFF */
-    A_Skip,      /* a pointer that is accepted and not recorded */
-    A_Detail,    /* text, at most 255 characters */
-    A_Member,    /* text, at most 39 characters */
-    A_Text2Net,  /* text, at most 255 characters, into a cleared first quarter of Text2 */
-    A_Text2Odbc, /* text, at most 1023 characters, into a cleared Text2 */
-    A_P0, A_P1, A_P2, A_P3, A_P4, A_P5, A_P6, A_P7,
-    A_P3Word,    /* a 16-bit value, zero-extended */
-    A_Format,    /* a formatting function and then its own arguments */
-    A_Caption    /* nothing is read; the caption is forced to string 13060 */
-};
-
-constexpr int kMaxArgs = 5;
-
-struct CodeArgs {
-    uint32_t code;
-    ArgOp ops[kMaxArgs];
-};
-
-/* Codes not listed take no arguments. */
-constexpr CodeArgs kCodeArgs[] = {
-    {RV_Failure, {A_Skip}},
-    {RV_OutOfDisk, {A_File}},
-    {RV_OutOfLocalMemory, {A_P3}},
-    {RV_OutOfGlobalMemory, {A_P1}},
-    {RV_UserError, {A_Skip}},
-    {RV_GDIError, {A_Skip}},
-    {RV_FileLocked, {A_File}},
-    {RV_BadParms, {A_Detail}},
-    {RV_StageFailure, {A_P7}},
-    {RV_FileCreationError, {A_File}},
-    {RV_NoFile, {A_File}},
-    {RV_IntegrityFailure, {A_File}},
-    {RV_FileExists, {A_File}},
-    {RV_SeekFailure, {A_File}},
-    {RV_ReadFailure, {A_File}},
-    {RV_WriteFailure, {A_File}},
-    {RV_MediaFailure, {A_File}},
-    {RV_YearRange, {A_P3, A_P5, A_P6}},
-    {RV_MonthRange, {A_P3, A_P5, A_P6}},
-    {RV_DayRange, {A_P3, A_P5, A_P6}},
-    {RV_HourRange, {A_P3, A_P5, A_P6}},
-    {RV_MinuteRange, {A_P3, A_P5, A_P6}},
-    {RV_StructSizeError, {A_Detail, A_P3}},
-    {RV_StructPaddingError, {A_Detail, A_P3}},
-    {RV_StructMemberMisAligned, {A_Detail, A_Member, A_P3}},
-    {RV_StructMemberCountError, {A_Detail, A_P3}},
-    {RV_ExecuteError, {A_Detail, A_P3}},
-    {RV_BadDataPtr, {A_Detail, A_P4, A_P1}},
-    {RV_BadCodePtr, {A_Detail, A_P4}},
-    {RV_StringNonExistant, {A_P3}},
-    {RV_NotVirtualFile, {A_File}},
-    {RV_NoTable, {A_Detail}},
-    {RV_AccessViolation, {A_P5, A_P6}},
-    {RV_BadID, {A_P1, A_P2}},
-    {RV_ReadPastEOF, {A_File, A_P1, A_P2}},
-    {47, {A_Detail}},
-    {RV_NetworkDirectoryError, {A_P1, A_P2}},
-    {RV_NetworkTransportError, {A_P1, A_P2}},
-    {RV_NetworkNetDLLError, {A_P6, A_P5, A_Detail, A_Text2Net}},
-    {RV_CommDlgError, {A_P0, A_P1}},
-    {RV_NoNamedFile, {A_Detail}},
-    {RV_UnexpectedCommError, {A_Detail}},
-    {RV_BadOrs, {A_P6, A_P5}},
-    {RV_DuplicateValueInField, {A_P6}},
-    {RV_ForcedFailure, {A_P7}},
-    {RV_GPFault, {A_P3Word}},
-    {RV_Almanex1File, {A_Detail}},
-    {RV_UserBreak, {A_P3Word}},
-    {RV_DivideByZero, {A_P3Word}},
-    {RV_FreetimeError, {A_P1, A_P2}},
-    {RV_SecondRange, {A_P3, A_P5, A_P6}},
-    {RV_InvalidPlatformFile, {A_File}},
-    {71, {A_Format}},
-    {RV_AlreadyInvited, {A_Detail}},
-    {RV_PrinterError, {A_P3}},
-    {RV_RegDBError, {A_P1}},
-    {RV_WriteProtect, {A_File}},
-    {RV_NetworkAccessDenied, {A_File}},
-    {RV_RemoteDelete, {A_P4}},
-    {RV_Warning, {A_Skip}},
-    {RV_TableExists, {A_Detail}},
-    {RV_Vel10FileCorrupt, {A_Detail}},
-    {RV_AccessDenied, {A_File}},
-    {RV_BadPath, {A_File}},
-    {RV_ODBCError, {A_P3, A_P5, A_P1, A_Detail, A_Text2Odbc}},
-    {RV_DDEMLError, {A_P1}},
-    {RV_NotSchedulingFile, {A_File}},
-    {RV_CriticalFault, {A_Skip}},
-    {RV_NoSchema, {A_File}},
-    {105, {A_Caption}}, {106, {A_Caption}}, {107, {A_Caption}}, {108, {A_Caption}},
-    {109, {A_Caption}}, {110, {A_Caption}}, {111, {A_Caption}}, {112, {A_Caption}},
-    {113, {A_Caption}}, {114, {A_Caption}}, {115, {A_Caption}}, {116, {A_Caption}},
-};
 
 struct ArgList {
     ArgOp ops[kMaxArgs];
 };
 
-constexpr std::array<ArgList, RV_CODE_COUNT> kArgTable = [] {
-    std::array<ArgList, RV_CODE_COUNT> table{};
-    for (const CodeArgs &c : kCodeArgs)
-        for (int i = 0; i < kMaxArgs; i++)
-            table[c.code].ops[i] = c.ops[i];
-    return table;
-}();
+struct CodeFacts {
+    uint32_t mode;
+    ArgList args;
+};
 
-/* Codes that end the process by default: broken invariants and bad pointers. */
-constexpr RV kDefensiveCodes[] = {
-    RV_AssertionFailure, RV_StructSizeError, RV_StructPaddingError, RV_StructMemberMisAligned,
-    RV_StructMemberCountError, RV_BadDataPtr, RV_BadCodePtr, RV_GPFault, RV_UserBreak,
-    RV_DivideByZero, RV_ListBroken, RV_TreeBroken, RV_StackOverrun, RV_CriticalFault,
+/* Each code's default mode and argument rule, from the table of result codes. */
+constexpr CodeFacts kCodeFacts[RV_CODE_COUNT] = {
+#define QV_FACTS_NAMED(value, name, mode, args, doc) {mode, {{QV_UNPAREN args}}},
+#define QV_FACTS_UNNAMED(value, mode, args, doc) {mode, {{QV_UNPAREN args}}},
+    QV_RV_TABLE(QV_FACTS_NAMED, QV_FACTS_UNNAMED)
+#undef QV_FACTS_NAMED
+#undef QV_FACTS_UNNAMED
 };
 
 /* The caption every code 105 to 116 carries. */
@@ -211,7 +113,7 @@ void readArguments(OSErrorInfo &info, RV code, va_list args)
     }
     if (code >= RV_CODE_COUNT)
         return;
-    for (ArgOp op : kArgTable[code].ops) {
+    for (ArgOp op : kCodeFacts[code].args.ops) {
         switch (op) {
         case A_End: return;
         case A_File: recordFile(info, va_arg(args, const char *)); break;
@@ -263,11 +165,8 @@ void qvErrorReset()
         osLocalFree(file);
     }
     memset(&ErrorState, 0, sizeof ErrorState);
-    for (uint32_t &mode : ErrorState.Modes)
-        mode = 2;
-    ErrorState.Modes[RV_Failure] = 1;
-    for (RV code : kDefensiveCodes)
-        ErrorState.Modes[code] = 0;
+    for (uint32_t code = 0; code < RV_CODE_COUNT; code++)
+        ErrorState.Modes[code] = kCodeFacts[code].mode;
     file = static_cast<OSVirtualFile *>(osLocalAlloc(sizeof(OSVirtualFile)));
     if (file)
         file->Marker = 0xFFFFFFFFu;

@@ -7,9 +7,11 @@
  * the same function overwrites: callers that keep a text copy it.
  */
 #include "errortext.h"
+#include "rvtable.h"
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <stdio.h>
 
 namespace {
@@ -19,118 +21,37 @@ struct CodeName {
     const char *name;
 };
 
-constexpr CodeName kRVNames[] = {
-    {RV_Success, "RV_Success"},
-    {RV_Failure, "RV_Failure"},
-    {RV_OutOfDisk, "RV_OutOfDisk"},
-    {RV_OutOfLocalMemory, "RV_OutOfLocalMemory"},
-    {RV_OutOfGlobalMemory, "RV_OutOfGlobalMemory"},
-    {RV_UserError, "RV_UserError"},
-    {RV_GDIError, "RV_GDIError"},
-    {RV_FileLocked, "RV_FileLocked"},
-    {RV_RecordLocked, "RV_RecordLocked"},
-    {RV_BadParms, "RV_BadParms"},
-    {RV_Cancel, "RV_Cancel"},
-    {RV_Retry, "RV_Retry"},
-    {RV_Abort, "RV_Abort"},
-    {RV_UserTerminatedProcess, "RV_UserTerminatedProcess"},
-    {RV_AssertionFailure, "RV_AssertionFailure"},
-    {RV_StageFailure, "RV_StageFailure"},
-    {RV_FileCreationError, "RV_FileCreationError"},
-    {RV_ClipboardAlreadyOpen, "RV_ClipboardAlreadyOpen"},
-    {RV_NoFile, "RV_NoFile"},
-    {RV_IntegrityFailure, "RV_IntegrityFailure"},
-    {RV_FileExists, "RV_FileExists"},
-    {RV_OSError, "RV_OSError"},
-    {RV_ForceOSError, "RV_ForceOSError"},
-    {RV_SeekFailure, "RV_SeekFailure"},
-    {RV_ReadFailure, "RV_ReadFailure"},
-    {RV_WriteFailure, "RV_WriteFailure"},
-    {RV_MediaFailure, "RV_MediaFailure"},
-    {RV_FreeListFailure, "RV_FreeListFailure"},
-    {RV_YearRange, "RV_YearRange"},
-    {RV_MonthRange, "RV_MonthRange"},
-    {RV_DayRange, "RV_DayRange"},
-    {RV_HourRange, "RV_HourRange"},
-    {RV_MinuteRange, "RV_MinuteRange"},
-    {RV_StructSizeError, "RV_StructSizeError"},
-    {RV_StructPaddingError, "RV_StructPaddingError"},
-    {RV_StructMemberMisAligned, "RV_StructMemberMisAligned"},
-    {RV_StructMemberCountError, "RV_StructMemberCountError"},
-    {RV_KernelError, "RV_KernelError"},
-    {RV_ExecuteError, "RV_ExecuteError"},
-    {RV_BadDataPtr, "RV_BadDataPtr"},
-    {RV_BadCodePtr, "RV_BadCodePtr"},
-    {RV_StringNonExistant, "RV_StringNonExistant"},
-    {RV_NotVirtualFile, "RV_NotVirtualFile"},
-    {RV_NoTable, "RV_NoTable"},
-    {RV_AccessViolation, "RV_AccessViolation"},
-    {RV_BadID, "RV_BadID"},
-    {RV_ReadPastEOF, "RV_ReadPastEOF"},
-    {RV_NetworkDirectoryError, "RV_NetworkDirectoryError"},
-    {RV_NetworkTransportError, "RV_NetworkTransportError"},
-    {RV_NetworkNetDLLError, "RV_NetworkNetDLLError"},
-    {RV_EndOfTable, "RV_EndOfTable"},
-    {RV_InvalidVirtualFile, "RV_InvalidVirtualFile"},
-    {RV_CommDlgError, "RV_CommDlgError"},
-    {RV_NoNamedFile, "RV_NoNamedFile"},
-    {RV_BadMessage, "RV_BadMessage"},
-    {RV_Timeout, "RV_Timeout"},
-    {RV_UnexpectedCommError, "RV_UnexpectedCommError"},
-    {RV_BadOrs, "RV_BadOrs"},
-    {RV_DuplicateValueInField, "RV_DuplicateValueInField"},
-    {RV_ForcedFailure, "RV_ForcedFailure"},
-    {RV_NotLocked, "RV_NotLocked"},
-    {RV_GPFault, "RV_GPFault"},
-    {RV_Almanex1File, "RV_Almanex1File"},
-    {RV_UserBreak, "RV_UserBreak"},
-    {RV_DivideByZero, "RV_DivideByZero"},
-    {RV_FreetimeError, "RV_FreetimeError"},
-    {RV_SecondRange, "RV_SecondRange"},
-    {RV_InvalidPlatformFile, "RV_InvalidPlatformFile"},
-    {RV_ListBroken, "RV_ListBroken"},
-    {RV_TreeBroken, "RV_TreeBroken"},
-    {RV_AlreadyInvited, "RV_AlreadyInvited"},
-    {RV_StackOverrun, "RV_StackOverrun"},
-    {RV_BadDIB, "RV_BadDIB"},
-    {RV_BadMetafile, "RV_BadMetafile"},
-    {RV_PrinterError, "RV_PrinterError"},
-    {RV_RegDBError, "RV_RegDBError"},
-    {RV_NoPrinterConnected, "RV_NoPrinterConnected"},
-    {RV_IncomingCall, "RV_IncomingCall"},
-    {RV_BufferTooSmall, "RV_BufferTooSmall"},
-    {RV_WriteProtect, "RV_WriteProtect"},
-    {RV_NetworkAccessDenied, "RV_NetworkAccessDenied"},
-    {RV_LinkSelf, "RV_LinkSelf"},
-    {RV_LinkAlready, "RV_LinkAlready"},
-    {RV_RemoteDelete, "RV_RemoteDelete"},
-    {RV_Warning, "RV_Warning"},
-    {RV_TableExists, "RV_TableExists"},
-    {RV_Vel10FileCorrupt, "RV_Vel10FileCorrupt"},
-    {RV_AccessDenied, "RV_AccessDenied"},
-    {RV_BadPath, "RV_BadPath"},
-    {RV_BufferNotLocked, "RV_BufferNotLocked"},
-    {RV_TableDeleted, "RV_TableDeleted"},
-    {RV_BadInstall, "RV_BadInstall"},
-    {RV_ODBCError, "RV_ODBCError"},
-    {RV_FieldOverflow, "RV_FieldOverflow"},
-    {RV_DDEMLError, "RV_DDEMLError"},
-    {RV_NotSchedulingFile, "RV_NotSchedulingFile"},
-    {RV_BadPassword, "RV_BadPassword"},
-    {RV_CriticalFault, "RV_CriticalFault"},
-    {RV_NoSchema, "RV_NoSchema"},
-    {RV_WrongMetafileFormat, "RV_WrongMetafileFormat"},
-    {RV_WrongBackupFilePath, "RV_WrongBackupFilePath"},
-    {RV_NoWWWBrowserFound, "RV_NoWWWBrowserFound"},
+/* Names by code, from the table of result codes; the unnamed stay null. */
+constexpr std::array<const char *, RV_CODE_COUNT> kRVNameByCode = {
+#define QV_NAME_NAMED(value, name, mode, args, doc) "RV_" #name,
+#define QV_NAME_UNNAMED(value, mode, args, doc) nullptr,
+    QV_RV_TABLE(QV_NAME_NAMED, QV_NAME_UNNAMED)
+#undef QV_NAME_NAMED
+#undef QV_NAME_UNNAMED
 };
 
-/* Names by code; the codes without a name stay null. */
-constexpr std::array<const char *, RV_CODE_COUNT> kRVNameByCode = [] {
-    std::array<const char *, RV_CODE_COUNT> names{};
-    for (const CodeName &entry : kRVNames)
-        names[entry.code] = entry.name;
-    return names;
-}();
+/* The table has one row per code, in order, and qvrv.h agrees with it. */
+constexpr uint32_t kRowValues[] = {
+#define QV_VALUE_NAMED(value, name, mode, args, doc) value,
+#define QV_VALUE_UNNAMED(value, mode, args, doc) value,
+    QV_RV_TABLE(QV_VALUE_NAMED, QV_VALUE_UNNAMED)
+#undef QV_VALUE_NAMED
+#undef QV_VALUE_UNNAMED
+};
+static_assert(std::size(kRowValues) == RV_CODE_COUNT);
+constexpr bool rowsInOrder()
+{
+    for (uint32_t i = 0; i < RV_CODE_COUNT; i++)
+        if (kRowValues[i] != i)
+            return false;
+    return true;
+}
+static_assert(rowsInOrder());
+#define QV_CHECK_NAMED(value, name, mode, args, doc) static_assert(RV_##name == value);
+#define QV_CHECK_UNNAMED(value, mode, args, doc)
+QV_RV_TABLE(QV_CHECK_NAMED, QV_CHECK_UNNAMED)
+#undef QV_CHECK_NAMED
+#undef QV_CHECK_UNNAMED
 
 /* The common-dialog library's extended error codes, family by family. */
 constexpr CodeName kCommDlgNames[] = {

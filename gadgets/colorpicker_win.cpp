@@ -6,7 +6,7 @@
 
 #include <cstring>
 
-#include "../core/os.h"
+#include "../base/os.h"
 
 namespace {
 char *ColorNames;

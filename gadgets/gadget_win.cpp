@@ -3,7 +3,7 @@
  */
 #include "gadget_win.h"
 
-#include "../core/os.h"
+#include "../base/os.h"
 #include "qverror.h"
 
 void *gadCreateRecordBytes(HWND window, size_t bytes)

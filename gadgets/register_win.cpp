@@ -10,8 +10,8 @@
 #include <cstring>
 #include <iterator>
 
-#include "../core/globals.h"
-#include "../core/os.h"
+#include "../base/globals.h"
+#include "../base/os.h"
 #include "colorpicker_win.h"
 #include "gadprocs_win.h"
 #include "qverror.h"

@@ -1,7 +1,7 @@
 /*
  * Isolation core: library instance, version queries and the language of the
- * user.  Settings, files, formatting, the wait cursor, timers, messages and
- * tree links join this family as they are built.
+ * user, settings, files, formatting, the wait cursor, timers, messages and
+ * tree links.
  */
 #ifndef QVCORE_H
 #define QVCORE_H

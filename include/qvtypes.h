@@ -34,9 +34,17 @@ typedef uint32_t UINT;
 typedef uint16_t WORD;
 typedef uint8_t BYTE;
 typedef long LONG;
+/* The DLL's calling conventions hold natively too on 32-bit x86, so a
+   callback declared with the wrong one fails to compile in both builds. */
+#if defined(__i386__) && (defined(__GNUC__) || defined(__clang__))
+#define QVAPI __attribute__((stdcall))
+#define QVCDECL __attribute__((cdecl))
+#define QVCALLBACK __attribute__((stdcall))
+#else
 #define QVAPI
 #define QVCDECL
 #define QVCALLBACK
+#endif
 #endif
 
 /* A result code: 0 is success, the named codes are listed in qvrv.h. */

@@ -3,7 +3,7 @@
  * sequence seeded from the tick count at start-up.  Only the low 16 bits of
  * the state take part, so sequences repeat after at most 65280 draws.
  */
-#include "../core/os.h"
+#include "../base/os.h"
 #include "qvutil.h"
 
 namespace {

@@ -24,6 +24,8 @@
 
 #include <utility>
 
+#include "../base/os.h"
+
 #include "qvcore.h"
 #include "qverror.h"
 #include "qvutil.h"
@@ -111,7 +113,7 @@ struct Sort {
             siftDown(lo, i, count);
         for (size_t end = count - 1; end > 0; end--) {
             if (end % 1024 == 0)
-                OSReWait(0);
+                osBusy(OsBusyPulse);
             swap(lo, lo + end);
             siftDown(lo, 0, end);
         }
@@ -123,7 +125,7 @@ struct Sort {
     void equalRange(size_t lo, size_t hi) const
     {
         while (lo < hi) {
-            OSReWait(0);
+            osBusy(OsBusyPulse);
             size_t up = lo + 1, down = hi;
             for (; up < down; up++, down--)
                 swap(up, down);
@@ -147,7 +149,7 @@ struct Sort {
     void quicksort(size_t lo, size_t hi, Pivot pivot, size_t stalls) const
     {
         while (lo < hi) {
-            OSReWait(0);
+            osBusy(OsBusyPulse);
             if (pivot == Pivot::MedianOfThree) {
                 // Stalled ranges come from ordered runs, and their parts are
                 // often in order but for their ends (a partition leaves an
@@ -228,13 +230,13 @@ void sortElements(void *base, uint32_t count, uint32_t width, QSortCompare compa
         return;
     }
     const Sort sort{static_cast<unsigned char *>(base), width, compare, compareLong};
-    OSWait();
+    osBusy(OsBusyBegin);
     size_t i = 0;
     while (i + 1 < count && sort.cmp(i, i + 1) <= 0)
         i++;
     if (i + 1 < count)
         sort.quicksort(0, count - 1, Pivot::First, 0);
-    OSUnWait();
+    osBusy(OsBusyEnd);
 }
 
 } // namespace

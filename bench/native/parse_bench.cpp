@@ -7,7 +7,7 @@
 
 #include <chrono>
 
-#include "../../core/globals.h"
+#include "../../base/globals.h"
 #include "../../error/errorstate.h"
 #include "date_words.h"
 #include "qviso32.h"

@@ -9,7 +9,7 @@
 #include <stdlib.h>
 #include <string.h>
 
-#include "../../core/globals.h"
+#include "../../base/globals.h"
 #include "../../datetime/intl.h"
 #include "../../error/errorstate.h"
 #include "date_words.h"

@@ -52,7 +52,7 @@ inline void putEnglish()
 inline bool startEnglish()
 {
     putEnglish();
-    return qvDateTimeStart(nullptr) != 0;
+    return qvDateTimeStart() != 0;
 }
 
 } // namespace datewords

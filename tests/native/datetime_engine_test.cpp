@@ -123,14 +123,14 @@ TEST_F(Settings, StartFailsAtTheFirstWordThatCannotBeLoaded)
         fakeos::setString(id, nullptr);
         fakeos::failLocalAllocs(id ? 0 : 1, 20);
         OSErrorClearError();
-        EXPECT_EQ(qvDateTimeStart(nullptr), 0) << id;
+        EXPECT_EQ(qvDateTimeStart(), 0) << id;
         EXPECT_EQ(OSErrorGetErrorValue(), id ? RV(RV_StringNonExistant) : RV(RV_OutOfLocalMemory));
         EXPECT_TRUE(!id || OSErrorGetErrorInfo()->Param3 == id);
     }
     OSErrorClearError();
-    EXPECT_EQ(qvDateTimeStart(nullptr), 1);
+    EXPECT_EQ(qvDateTimeStart(), 1);
     const int live = fakeos::liveLocalBlocks();
-    EXPECT_EQ(qvDateTimeStart(nullptr), 1);
+    EXPECT_EQ(qvDateTimeStart(), 1);
     EXPECT_EQ(fakeos::liveLocalBlocks(), live) << "a second start replaces the words without leaking";
 }
 

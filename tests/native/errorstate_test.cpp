@@ -6,7 +6,8 @@
 #include <gtest/gtest.h>
 #include <string.h>
 
-#include "../../core/globals.h"
+#include "../../base/globals.h"
+#include "../../error/loadtext.h"
 #include "../../error/errorstate.h"
 #include "fake_os.h"
 #include "qviso32.h"

@@ -5,11 +5,10 @@
  * re-implementation of the platform formatter as measured under Wine, quirks
  * included, so that the formatting engine fuzzed here meets the same input
  * the DLL's does; the Windows tests pin it against the platform's own.
- * The wait-cursor exports, which the portable sort calls, are counted here.
+ * The busy indication, which the portable sort drives, is counted here.
  */
 #include "fake_os.h"
 
-#include "qvcore.h"
 
 #include <stdlib.h>
 #include <string.h>
@@ -29,8 +28,6 @@ struct StringEntry {
 };
 
 uint32_t LastError;
-uint32_t Tick;
-uint32_t TickReads;
 OsTime Now;
 int LocalFailSkip, LocalFailCount, GlobalFailSkip, GlobalFailCount;
 int LiveLocal, LiveGlobal;
@@ -63,8 +60,6 @@ namespace fakeos {
 void reset()
 {
     LastError = 0;
-    Tick = 0;
-    TickReads = 0;
     Now = OsTime{2000, 1, 6, 1, 0, 0, 0, 0};
     LocalFailSkip = LocalFailCount = GlobalFailSkip = GlobalFailCount = 0;
     WaitDepth = 0;
@@ -74,9 +69,6 @@ void reset()
     StringCount = 0;
 }
 
-void setTick(uint32_t ms) { Tick = ms; }
-void advanceTick(uint32_t ms) { Tick += ms; }
-uint32_t tickReads() { return TickReads; }
 void setLocalTime(const OsTime &now) { Now = now; }
 
 void failLocalAllocs(int count, int skip)
@@ -200,11 +192,8 @@ int osLoadString(HMODULE, uint32_t id, char *buffer, int room)
     return 0;
 }
 
-uint32_t osTickCount()
-{
-    TickReads++;
-    return Tick;
-}
+/* A clock that stands still: no engine under test depends on its pace. */
+uint32_t osTickCount() { return 0; }
 
 void osLocalTime(OsTime *now) { *now = Now; }
 
@@ -406,20 +395,12 @@ int osFormat(char *out, const char *text, va_list args)
     return room > 1 ? static_cast<int>(p - out) : kLimit;
 }
 
-extern "C" uint32_t QVAPI OSWait(void)
+void osBusy(OsBusyStep step)
 {
-    WaitDepth++;
-    return 0;
-}
-
-extern "C" int QVAPI OSReWait(int32_t)
-{
-    ReWaitCalls++;
-    return 0;
-}
-
-extern "C" void QVAPI OSUnWait(void)
-{
-    if (WaitDepth > 0)
+    if (step == OsBusyBegin)
+        WaitDepth++;
+    else if (step == OsBusyPulse)
+        ReWaitCalls++;
+    else if (WaitDepth > 0)
         WaitDepth--;
 }

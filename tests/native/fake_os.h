@@ -1,22 +1,18 @@
 /*
  * Controls of the fake operating-system seam used by the native tests: a
- * settable clock and local time, injectable allocation failures, a string
- * table, and the last-error value.  fakeos::reset() returns everything to a
- * known state (tick 0, 1 January 2000 00:00:00, no strings, no failures).
+ * settable local time, injectable allocation failures, a string table, and
+ * counts of live blocks and of the busy indication.  The tick count stands
+ * at 0.  fakeos::reset() returns everything to a known state (1 January 2000
+ * 00:00:00, no strings, no failures).
  */
 #ifndef QV_TESTS_FAKE_OS_H
 #define QV_TESTS_FAKE_OS_H
 
-#include "../../core/os.h"
+#include "../../base/os.h"
 
 namespace fakeos {
 
 void reset();
-
-void setTick(uint32_t ms);
-void advanceTick(uint32_t ms);
-/* How many times osTickCount was read since the last reset. */
-uint32_t tickReads();
 
 void setLocalTime(const OsTime &now);
 
@@ -27,7 +23,7 @@ void failGlobalAllocs(int count, int skip = 0);
 int liveLocalBlocks();
 int liveGlobalBlocks();
 
-/* The wait cursor's nesting depth, and OSReWait calls since the last reset. */
+/* The busy indication's nesting depth, and its pulses since the last reset. */
 int waitDepth();
 uint32_t reWaitCalls();
 

@@ -5,7 +5,7 @@
  */
 #include <gtest/gtest.h>
 
-#include "../../core/globals.h"
+#include "../../base/globals.h"
 #include "../../error/errorstate.h"
 #include "fake_os.h"
 #include "qvcore.h"

@@ -7,9 +7,10 @@
 
 #include <string>
 
-#include "../../core/globals.h"
+#include "../../base/globals.h"
 #include "../../error/errorstate.h"
-#include "../../error/presentation.h"
+#include "../../error/errorcallbacks.h"
+#include "../../error/errormessage.h"
 #include "fake_os.h"
 
 namespace {

@@ -359,16 +359,4 @@ TEST(Sort, TheLongFormReceivesAddressesAndBadArgumentsAreRefused)
     OSErrorClearError();
 }
 
-TEST(Random, FollowsItsRecurrence)
-{
-    // Replays the generator from a known state: after SeedRnd the state is
-    // the tick's low 16 bits.
-    uint32_t state = SeedRnd() & 0xFFFF;
-    for (int i = 0; i < 2000; i++) {
-        uint16_t n = static_cast<uint16_t>(i % 97 + 1);
-        state = (3431 * state + 13367) % 65280;
-        ASSERT_EQ(Rnd(n), state % n) << i;
-    }
-}
-
 } // namespace

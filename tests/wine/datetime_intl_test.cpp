@@ -2,7 +2,7 @@
  * International settings through the DLL against the test prefix's real
  * registry: defaults when the values are gone, the system's values as read,
  * override values written beside them, the filtered time pictures, and the
- * words of the reference resource library.
+ * words of the reference resource library, in texts, readings and the zodiac.
  */
 #include <gtest/gtest.h>
 #include <string.h>
@@ -130,6 +130,10 @@ TEST_F(Intl, WordsOfTheResourceLibrary)
                    "Sunday Aug Monday Sep Tuesday Oct Wednesday Nov Thursday Dec ");
     const OSDateTime t{2024, 3, 22, 9, 5, 0, 0};
     EXPECT_STREQ(OSDateTimeToString(&t, text, "dddd o MMMM, Hz mZ", 0, sizeof text), "Friday 22nd March, 9h 5m");
+    // Reading and the zodiac use the same words (every other case is tested natively).
+    OSDateTime read{};
+    EXPECT_TRUE(OSStringToDateTime(&read, "Sept. 3rd 2001") && read.year == 2001 && read.month == 9 && read.day == 3);
+    EXPECT_STREQ(OSZodiacToString(0, text, 2, sizeof text), "Aries 21 Mar - 20 Apr");
 }
 
 } // namespace

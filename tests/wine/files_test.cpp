@@ -1,7 +1,7 @@
 /*
  * File helpers against real files of the test prefix: locking against a
  * second process, deletion and flushing failures with their records, time
- * stamps, and copies from empty to 64 MB, with failing reads and writes.
+ * stamps, and copies from empty to 100,000 bytes, with failing reads and writes.
  */
 #include <gtest/gtest.h>
 #include <string.h>
@@ -259,22 +259,6 @@ TEST_F(Files, FailedReadsAndWritesNameTheirFile)
         EXPECT_STREQ(OSErrorGetErrorInfo()->Detail, c.named);
         OSErrorClearError();
     }
-}
-
-TEST_F(Files, SixtyFourMegabytesCopyByteExact)
-{
-    constexpr size_t kSize = 64u << 20;
-    TempFile from("big_from.dat"), to("big_to.dat");
-    {
-        std::vector<uint8_t> bytes = pattern(kSize, 6);
-        writeAll(from.handle, bytes);
-    }
-    stampSource(from.handle);
-    ASSERT_EQ(OSCopyFileSize(to.handle, "big_to.dat", from.handle, "big_from.dat", 0xFFFFFFFF), 1);
-    EXPECT_EQ(GetFileSize(to.handle, nullptr), kSize);
-    expectSameStamps(from.handle, to.handle);
-    EXPECT_TRUE(readAll(from.handle) == readAll(to.handle));
-    EXPECT_EQ(OSErrorGetErrorValue(), RV_Success);
 }
 
 } // namespace

@@ -6,8 +6,8 @@
  */
 #include <gtest/gtest.h>
 
-#include "../../core/os_win.cpp"
-#include "../../core/profile.cpp"
+#include "../../base/os_win.cpp"
+#include "../../core/profile_win.cpp"
 
 namespace {
 

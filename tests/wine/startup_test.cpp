@@ -43,14 +43,6 @@ TEST(Exports, EveryNameIsExportedUndecorated)
     EXPECT_EQ(GetProcAddress(library(), "_OSErrorSetErrorMode@8"), nullptr);
 }
 
-TEST(Exports, CallingByNameReachesTheSameState)
-{
-    using GetInfo = OSErrorInfo *(WINAPI *)(void);
-    auto getInfo = reinterpret_cast<GetInfo>(reinterpret_cast<void *>(GetProcAddress(library(), "OSErrorGetErrorInfo")));
-    ASSERT_NE(getInfo, nullptr);
-    EXPECT_EQ(getInfo(), OSErrorGetErrorInfo());
-}
-
 TEST(StartUp, LeavesTheResourceLibraryLoadedAndTheErrorStateReset)
 {
     EXPECT_NE(ResourceGetHandle(), nullptr);
@@ -96,14 +88,6 @@ TEST(Instance, StartReadsTheSystemVersionAndEveryCallSucceeds)
     EXPECT_EQ(version->dwBuildNumber, expected.dwBuildNumber);
     for (int i = 0; i < 3; i++)
         EXPECT_EQ(DrailufInstanceStop(0), 1);
-}
-
-TEST(Instance, NetVersionWritesOneTerminator)
-{
-    char buffer[4] = {'Z', 'Z', 'Z', 'Z'};
-    EXPECT_EQ(NetDLLGetVersion(buffer), 1);
-    EXPECT_EQ(buffer[0], '\0');
-    EXPECT_EQ(buffer[1], 'Z');
 }
 
 TEST(Defence, EndingsInChildProcesses)

@@ -1,6 +1,6 @@
 /*
- * Library load and unload, and the bracket each application module puts
- * around its use of the library.
+ * Library load and unload: the top of the library, the one place that calls
+ * into every family to bring it up in order.
  *
  * The start sequence runs in a fixed order and resets the error state only
  * at its very end.  Until then every result code is defensive, so a failure
@@ -8,21 +8,20 @@
  * code 255: a library that cannot load its own texts must not let the
  * application go on.
  */
-#include "globals.h"
+#include "../base/globals.h"
+#include "../core/resource.h"
+#include "../datetime/dtstart.h"
+#include "../error/errorstate.h"
+#include "../error/loadtext.h"
 #include "qvcore.h"
 #include "qverror.h"
 #include "qvtelephony.h"
 #include "qvutil.h"
-#include "../datetime/dtstart.h"
-#include "../error/errorstate.h"
 
-int OSStartResource();
-void OSStopResource();
+/* Releases the telephony library at unload (telephony/telephony_win.cpp). */
 void qvTelephonyStop();
 
 namespace {
-OSVERSIONINFOA VersionInfo;
-const char NetVersionText[1] = "";
 
 BOOL startLibrary(HMODULE self)
 {
@@ -37,7 +36,7 @@ BOOL startLibrary(HMODULE self)
     HelpMessage = RegisterWindowMessageA("WM_VEL_HELP");
     if (!(ProfileFileName = qvLoadLocalText(9)))
         return FALSE;
-    if (!OSWaitInit() || !qvDateTimeStart(LibraryModule))
+    if (!OSWaitInit() || !qvDateTimeStart())
         return FALSE;
     SeedRnd();
     if (!(ReservedText800 = qvLoadLocalText(800)) || !(ReservedText801 = qvLoadLocalText(801)))
@@ -49,6 +48,7 @@ BOOL startLibrary(HMODULE self)
     qvErrorReset();
     return started;
 }
+
 } // namespace
 
 extern "C" BOOL WINAPI DllMain(HINSTANCE self, DWORD reason, LPVOID reserved)
@@ -67,38 +67,3 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE self, DWORD reason, LPVOID reserved)
         return TRUE;
     }
 }
-
-extern "C" {
-
-int QVAPI DrailufInstanceStart(uint32_t, uint32_t)
-{
-    int32_t sections = static_cast<int32_t>(OSGetProfileInt("Settings", "MaxIncludedSections", 10, ProfileFileName, 0));
-    // Each included section may keep three files open; the platform grants at most 255.
-    int64_t handles = int64_t{sections} * 3 + 20;
-    SetHandleCount(static_cast<UINT>(handles < 255 ? handles : 255));
-    VersionInfo.dwOSVersionInfoSize = sizeof VersionInfo;
-    if (!GetVersionExA(&VersionInfo))
-        return 0;
-    InstanceCount++;
-    return 1;
-}
-
-int QVAPI DrailufInstanceStop(int32_t)
-{
-    InstanceCount--;
-    return 1;
-}
-
-OSVERSIONINFOA *QVAPI OSGetVersionInfo(void)
-{
-    return &VersionInfo;
-}
-
-int QVAPI NetDLLGetVersion(char *buffer)
-{
-    if (buffer)
-        buffer[0] = NetVersionText[0];
-    return 1;
-}
-
-} // extern "C"

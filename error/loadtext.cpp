@@ -1,23 +1,14 @@
 /*
- * Library-wide globals and the loader of the texts start-up keeps.
+ * The loader of the texts the library keeps: start-up's captions and file
+ * name, the date words, the zodiac names and the presentation's texts.
  */
-#include "globals.h"
+#include "loadtext.h"
 
 #include <string.h>
 
-#include "os.h"
+#include "../base/globals.h"
+#include "../base/os.h"
 #include "qverror.h"
-
-HMODULE LibraryModule;
-HMODULE ResourceModule;
-char *AppNameText;
-char *FallbackMessageText;
-char *ProfileFileName;
-char *ReservedText800;
-char *ReservedText801;
-UINT HelpMessage;
-int Initialised;
-int32_t InstanceCount;
 
 char *qvLoadLocalText(uint32_t id)
 {

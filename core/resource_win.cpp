@@ -4,7 +4,8 @@
  */
 #include <string.h>
 
-#include "globals.h"
+#include "../base/globals.h"
+#include "resource.h"
 #include "qvcore.h"
 
 namespace {
@@ -25,7 +26,6 @@ extern "C" const char *QVAPI OSGet2CharacterLanguageString(void)
     return LanguageText;
 }
 
-/* Loads "XQ1C30" + language + ".DLL"; nonzero on success. */
 int OSStartResource()
 {
     char file[16];

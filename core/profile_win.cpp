@@ -12,7 +12,7 @@
 
 #include <string.h>
 
-#include "os.h"
+#include "../base/os.h"
 #include "qvcore.h"
 #include "qverror.h"
 #include "qvutil.h"

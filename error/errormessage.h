@@ -1,14 +1,12 @@
 /*
- * Internal entry points of error presentation that need no window system:
- * the list of presentation callbacks and the building of a message's text.
+ * The text of an error message, for error presentation.
  */
-#ifndef QV_ERROR_PRESENTATION_H
-#define QV_ERROR_PRESENTATION_H
+#ifndef QV_ERROR_ERRORMESSAGE_H
+#define QV_ERROR_ERRORMESSAGE_H
+
+#include <stdarg.h>
 
 #include "qverror.h"
-
-/* The callback of the first node ever registered, or null. */
-UIErrorCallback qvFirstErrorCallback();
 
 /* Room of the message a presentation builds, terminator included. */
 constexpr int kErrorMessageRoom = 1024;
@@ -20,4 +18,4 @@ constexpr int kErrorMessageRoom = 1024;
  */
 void qvBuildErrorMessage(HMODULE module, uint32_t stringId, va_list args, char *message);
 
-#endif /* QV_ERROR_PRESENTATION_H */
+#endif /* QV_ERROR_ERRORMESSAGE_H */

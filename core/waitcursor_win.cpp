@@ -8,7 +8,8 @@
  * a No ends every level of waiting at once, so the caller can abandon its
  * operation and the later OSUnWait calls of the cancelled levels do nothing.
  */
-#include "globals.h"
+#include "../base/globals.h"
+#include "../base/os.h"
 #include "qvcore.h"
 #include "qverror.h"
 #include "resource_ids.h"
@@ -110,3 +111,15 @@ int QVAPI OSKeyFlushBuffer(void)
 }
 
 } // extern "C"
+
+/* The busy indication of the operating-system seam, for portable engines
+   that cannot call the exports above. */
+void osBusy(OsBusyStep step)
+{
+    if (step == OsBusyBegin)
+        OSWait();
+    else if (step == OsBusyPulse)
+        OSReWait(0);
+    else
+        OSUnWait();
+}

@@ -12,10 +12,12 @@
 #include <stdio.h>
 #include <string.h>
 
-#include "../core/globals.h"
-#include "../core/os.h"
+#include "../base/globals.h"
+#include "loadtext.h"
+#include "../base/os.h"
 #include "errortext.h"
-#include "presentation.h"
+#include "errorcallbacks.h"
+#include "errormessage.h"
 #include "qvcore.h"
 #include "resource_ids.h"
 

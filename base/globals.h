@@ -1,8 +1,8 @@
 /*
  * Library-wide globals: set once by start-up and read throughout the library.
  */
-#ifndef QV_CORE_GLOBALS_H
-#define QV_CORE_GLOBALS_H
+#ifndef QV_BASE_GLOBALS_H
+#define QV_BASE_GLOBALS_H
 
 #include "qvtypes.h"
 
@@ -17,11 +17,4 @@ extern UINT HelpMessage;           /* the registered "WM_VEL_HELP" message */
 extern int Initialised;            /* 1 after a successful start */
 extern int32_t InstanceCount;      /* DrailufInstanceStart calls not yet stopped */
 
-/*
- * Loads a string of ResourceModule into its own zero-filled local block of
- * exactly its length plus one.  On failure records RV_OutOfLocalMemory or
- * RV_StringNonExistant and returns null.
- */
-char *qvLoadLocalText(uint32_t id);
-
-#endif /* QV_CORE_GLOBALS_H */
+#endif /* QV_BASE_GLOBALS_H */

@@ -2,14 +2,17 @@
  * The operating-system seam.
  *
  * The portable engines (error recording, formatting, dates, text utilities,
- * tree links, stream codecs) reach the operating system only through these
- * few functions.  The DLL implements them on the platform (os_win.cpp); the
- * native test build implements them with a controllable fake, so the engines
- * can run under sanitizers with a settable clock, injected allocation
- * failures and a string table of the test's choosing.
+ * sorting, tree links) reach the operating system only through these few
+ * functions.  The DLL implements them on the platform (os_win.cpp, and the
+ * busy indication beside the wait cursor); the native test build implements
+ * them with a controllable fake, so the engines can run under sanitizers with
+ * a settable local time, injected allocation failures and a string table of
+ * the test's choosing.
+ *
+ * This folder is the bottom layer: it includes nothing of the families.
  */
-#ifndef QV_CORE_OS_H
-#define QV_CORE_OS_H
+#ifndef QV_BASE_OS_H
+#define QV_BASE_OS_H
 
 #include "qvtypes.h"
 
@@ -53,4 +56,11 @@ void osLocalTime(OsTime *now);
    result did not fit (a result of exactly 1023 characters included). */
 int osFormat(char *out, const char *format, va_list args);
 
-#endif /* QV_CORE_OS_H */
+/* The busy indication of a long operation: Begin and End bracket it (they
+   nest), Pulse is called as it goes and costs little when nothing is due.
+   In the DLL this is the animated wait cursor, implemented beside it
+   (core/waitcursor_win.cpp); the native fake counts the steps. */
+enum OsBusyStep { OsBusyBegin, OsBusyPulse, OsBusyEnd };
+void osBusy(OsBusyStep step);
+
+#endif /* QV_BASE_OS_H */

@@ -6,13 +6,12 @@
  * refuses a box: it retries system-modal, and as a last resort shows the
  * fallback text loaded at start-up.
  */
-#include "globals.h"
-#include "os.h"
+#include "../base/globals.h"
+#include "loadformat.h"
 #include "qvcore.h"
 #include "qverror.h"
 
 namespace {
-char MessageFormat[512];
 char MessageText[1024];
 
 /* The platform reports a box it could not show as 0, and under some
@@ -27,14 +26,14 @@ extern "C" {
 
 int QVCDECL OSMessage(HWND owner, HMODULE module, const char *caption, uint32_t stringId, uint32_t style, ...)
 {
-    if (osLoadString(module, stringId, MessageFormat, sizeof MessageFormat) == 0) {
+    va_list args;
+    va_start(args, style);
+    bool loaded = qvLoadFormat(module, stringId, args, MessageText, sizeof MessageText, nullptr, false);
+    va_end(args);
+    if (!loaded) {
         OSErrorSetErrorInfo(RV_StringNonExistant, stringId);
         return 0;
     }
-    va_list args;
-    va_start(args, style);
-    OSrvsprintf(MessageText, sizeof MessageText - 1, MessageFormat, args);
-    va_end(args);
 
     MessageBeep(style);
     int result = MessageBoxA(owner, MessageText, caption, owner ? style : style | MB_TASKMODAL);

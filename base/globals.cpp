@@ -1,0 +1,15 @@
+/*
+ * Library-wide globals, set once by start-up and read throughout the library.
+ */
+#include "globals.h"
+
+HMODULE LibraryModule;
+HMODULE ResourceModule;
+char *AppNameText;
+char *FallbackMessageText;
+char *ProfileFileName;
+char *ReservedText800;
+char *ReservedText801;
+UINT HelpMessage;
+int Initialised;
+int32_t InstanceCount;
