@@ -15,7 +15,7 @@
 #include "qvcore.h"
 #include "qverror.h"
 #include "qvtelephony.h"
-#include "../core/globals.h"
+#include "../base/globals.h"
 #include "../resources/resource_ids.h"
 
 namespace {

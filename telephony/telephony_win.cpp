@@ -7,7 +7,7 @@
 #include "line_win.h"
 #include "qvcore.h"
 #include "qvtelephony.h"
-#include "../core/globals.h"
+#include "../base/globals.h"
 #include "../resources/resource_ids.h"
 
 TelephonyState Tel;

@@ -10,8 +10,9 @@
 
 #include <string.h>
 
-#include "../core/globals.h"
-#include "../core/os.h"
+#include "../base/globals.h"
+#include "../base/os.h"
+#include "../error/loadtext.h"
 #include "qverror.h"
 #include "resource_ids.h"
 

@@ -3,7 +3,7 @@
  * (and the date reader) with their message box, and the length text set
  * into a dialog item with the user's decimal separator.
  */
-#include "../core/globals.h"
+#include "../base/globals.h"
 #include "qvcore.h"
 #include "qvdatetime.h"
 #include "qvutil.h"
