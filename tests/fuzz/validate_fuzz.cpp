@@ -13,14 +13,11 @@
 #include <vector>
 
 #include "../../util/validate.h"
+#include "../shared/test_helpers.h"
 
 namespace {
 
-void check(bool condition)
-{
-    if (!condition)
-        abort();
-}
+using testhelp::check;
 
 bool uintReference(const std::string &text, uint32_t low, uint32_t high)
 {

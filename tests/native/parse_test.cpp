@@ -13,6 +13,7 @@
 #include "../../datetime/intl.h"
 #include "date_words.h"
 #include "qviso32.h"
+#include "../shared/test_helpers.h"
 
 namespace {
 
@@ -55,12 +56,7 @@ protected:
     void TearDown() override { OSErrorClearError(); }
 };
 
-std::string show(const OSDateTime &t)
-{
-    char text[40];
-    snprintf(text, sizeof text, "%04u-%02u-%02u %02u:%02u:%02u", t.year, t.month, t.day, t.hour, t.minute, t.second);
-    return text;
-}
+using testhelp::show;
 
 using Reader = BOOL(QVAPI *)(OSDateTime *, const char *);
 constexpr Reader D = OSStringToDateTime, T = OSStringToDateTimeTimeBias, C = OSStringToDateTimeComplete,

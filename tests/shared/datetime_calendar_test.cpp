@@ -10,13 +10,11 @@
 #include <algorithm>
 
 #include "qviso32.h"
+#include "test_helpers.h"
 
 namespace {
 
-OSDateTime make(int y, int mo, int d, int h = 0, int mi = 0, int s = 0, int bias = 0)
-{
-    return OSDateTime{uint16_t(y), uint8_t(mo), uint8_t(d), uint8_t(h), uint8_t(mi), uint8_t(s), uint8_t(bias)};
-}
+using testhelp::make;
 
 bool same(const OSDateTime &a, const OSDateTime &b)
 {

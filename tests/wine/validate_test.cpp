@@ -9,6 +9,7 @@
 
 #include "boxhook.h"
 #include "qviso32.h"
+#include "../shared/test_helpers.h"
 
 namespace {
 
@@ -43,8 +44,7 @@ const Check kChecks[] = {
 
 TEST(Validators, RefusalsShowTheRangeInAnOkBox)
 {
-    HWND owner = CreateWindowA("STATIC", "Dialog", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 200, 100, nullptr,
-                               nullptr, nullptr, nullptr);
+    HWND owner = testhelp::makeWindow("Dialog");
     ASSERT_TRUE(boxhook::start());
     for (const Check &c : kChecks) {
         SCOPED_TRACE(c.name);
@@ -78,8 +78,7 @@ struct DecimalSeparator {
 
 TEST(SetDlgItemReal, WritesLengthsWithTheUsersSeparator)
 {
-    HWND dialog = CreateWindowA("STATIC", "Dialog", WS_OVERLAPPEDWINDOW, 0, 0, 200, 100, nullptr, nullptr, nullptr,
-                                nullptr);
+    HWND dialog = testhelp::makeWindow("Dialog", WS_OVERLAPPEDWINDOW);
     CreateWindowA("EDIT", "", WS_CHILD, 0, 0, 100, 20, dialog, reinterpret_cast<HMENU>(100), nullptr, nullptr);
     DecimalSeparator comma(",");
     const struct {
