@@ -34,6 +34,7 @@ const Case kCases[] = {
     {Real, "", 0, 5, true},
     {Real, "...", 7, 9, true},         // only stops: no part
     {Real, "5", 0, 5, true},
+    {Real, "1", 1, 5, true},
     {Real, "5.0", 0, 5, true},         // a zero fraction at the upper bound
     {Real, "5.00a", 0, 5, true},
     {Real, "5.5", 0, 5, false},

@@ -139,6 +139,7 @@ TEST(Calendar, MixedAdjustmentsApplySmallestUnitFirst)
         {make(2000, 1, 31), 0, 1, 1, 0, 0, make(2000, 3, 1)}, // days counted before the month moves
         {make(2000, 5, 5, 22), 0, 0, 0, 1, 1, make(2000, 5, 6, 0)}, // biasHours adds to hours
         {make(2000, 1, 1), 0, 0, 146097, 0, 0, make(2400, 1, 1)},    // beyond the range, still the calendar
+        {make(2000, 1, 1), 0, 0, -146098, 0, 0, make(1599, 12, 31)},
     };
     for (const Case &c : cases) {
         OSDateTime t = c.start;

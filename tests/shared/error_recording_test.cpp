@@ -208,6 +208,7 @@ TEST_F(ErrorRecording, Code71FormatsItsTextThroughTheGivenFunction)
 
 TEST_F(ErrorRecording, VirtualFilesAreCopiedIntoTheState)
 {
+    EXPECT_EQ(OSErrorRegisterVFToPFCallBack(nullptr), 1);
     const char data[] = "\x01\x02virtual payload";
     OSVirtualFile file{0xFF, const_cast<char *>(data), sizeof data};
     OSErrorSetErrorInfo(RV_NoFile, &file);
