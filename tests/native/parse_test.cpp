@@ -126,6 +126,7 @@ const Case kCases[] = {
     {T, &kOwnWords, "3 NACHM", "2024-03-05 15:00:00", 1},
     {T, &kOwnWords, "3 pm", "2024-03-05 03:00:00", 1},  // not the user's word
     {T, &kOwnWords, "12 VORMITTA", "2024-03-05 00:00:00", 1},
+    {T, &kOwnWords, "12 VORMITT", "2024-03-05 12:00:00", 1}, // the whole word or none of it
     {T, &kOwnWords, "9Uhr30", "2024-03-05 09:30:00", 1},
     {T, &kLetterWords, "3:10 p", "2024-03-05 15:10:00", 1},
     {T, &kOneLetter, "3:10 p", "2024-03-05 15:10:00", 1},
