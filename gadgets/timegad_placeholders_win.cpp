@@ -1,15 +1,10 @@
 /*
- * Stand-in procedures for the time tracker, the time setter and the list box
- * gadget until their own files replace this one: plain windows.
+ * Stand-in procedures for the time setter and the list box gadget until their
+ * own files replace this one: plain windows.
  */
 #include "gadprocs_win.h"
 
 extern "C" {
-
-LRESULT QVAPI GadTTWndProc(HWND window, UINT message, WPARAM wp, LPARAM lp)
-{
-    return DefWindowProcA(window, message, wp, lp);
-}
 
 LRESULT QVAPI GadTSWndProc(HWND window, UINT message, WPARAM wp, LPARAM lp)
 {
