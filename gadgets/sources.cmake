@@ -7,7 +7,8 @@ list(APPEND QV_WINDOWS_SOURCES gadgets/register_win.cpp gadgets/gadget_win.cpp g
      gadgets/colorpicker_win.cpp gadgets/placeholders_win.cpp)
 # the time bars
 list(APPEND QV_WINDOWS_SOURCES gadgets/timebar_win.cpp gadgets/timetracker_win.cpp gadgets/timesetter_win.cpp)
-# stand-ins until the time gadgets, the dialog tabs and the list boxes bring their own
-list(APPEND QV_WINDOWS_SOURCES gadgets/timegad_placeholders_win.cpp)
+# the list box gadget
+list(APPEND QV_WINDOWS_SOURCES gadgets/qvlistbox_win.cpp)
+# stand-ins until the dialog tabs and the virtual list boxes bring their own
 list(APPEND QV_WINDOWS_SOURCES gadgets/tabs_placeholders_win.cpp)
 list(APPEND QV_WINDOWS_SOURCES gadgets/vlist_placeholders_win.cpp)

@@ -106,6 +106,8 @@ LRESULT QVAPI GadWWndProc(HWND window, UINT message, WPARAM wp, LPARAM lp);
 LRESULT QVAPI GadTTWndProc(HWND window, UINT message, WPARAM wp, LPARAM lp);
 LRESULT QVAPI GadTSWndProc(HWND window, UINT message, WPARAM wp, LPARAM lp);
 LRESULT QVAPI GadComboWndProc(HWND window, UINT message, WPARAM wp, LPARAM lp);
+/* The subclass procedure of a QvListBox's child list box. */
+LRESULT QVAPI GadLBListboxSubProc(HWND window, UINT message, WPARAM wp, LPARAM lp);
 
 /* ---- Bitmap helpers -----------------------------------------------------
  * All return non-zero on success and 0 on failure, after recording
