@@ -1,6 +1,8 @@
 # Isolation core.
 # instances and the resource library
 list(APPEND QV_WINDOWS_SOURCES core/instance_win.cpp core/resource_win.cpp)
+# locale settings
+list(APPEND QV_WINDOWS_SOURCES core/locale_win.cpp)
 # profile settings
 list(APPEND QV_WINDOWS_SOURCES core/profile_win.cpp)
 # files and locking

@@ -26,6 +26,14 @@ int QVAPI NetDLLGetVersion(char *buffer);
 HMODULE QVAPI ResourceGetHandle(void);
 /* The user's language as two capital letters ("EN" for English); a static text. */
 const char *QVAPI OSGet2CharacterLanguageString(void);
+#ifdef _WIN32
+/* Bitmap resource `id` of the resource library; the caller deletes it.
+   0 after recording RV_UserError. */
+HBITMAP QVAPI ResourceLoadBitmap(uint32_t id);
+#endif
+/* The first character of the user's list separator (the comma when it is not
+   set); read from the settings on every call. */
+char QVAPI OSGetSeparator(void);
 
 /* ---- profile settings */
 
