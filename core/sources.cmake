@@ -15,3 +15,5 @@ list(APPEND QV_WINDOWS_SOURCES core/waitcursor_win.cpp core/message_win.cpp)
 # tree links
 list(APPEND QV_PORTABLE_SOURCES core/tree.cpp)
 
+# locale queries
+list(APPEND QV_WINDOWS_SOURCES core/localeinfo_win.cpp)

@@ -64,6 +64,29 @@ int QVAPI OSWriteProfileString(const char *section, const char *key, const char 
 int QVAPI OSWriteProfileInt(const char *section, const char *key, uint32_t value, const char *fileName,
                             uint32_t flags);
 
+/* ---- locale queries */
+
+/*
+ * The user's number settings, read from "Control Panel\International" (the
+ * system profile's "Intl" section behind it) on every call, so changes are
+ * seen at once.  A setting that is missing, empty or out of range gives the
+ * United States value shown in brackets.  Nothing is recorded.
+ */
+
+/* The first character of the decimal separator ('.'). */
+char QVAPI OSGetDecimalSeparator(void);
+/* The first character of the thousands separator (','). */
+char QVAPI OSGetThousandSeparator(void);
+/* The country code, the international telephone prefix, 1 to 999 (1). */
+UINT QVAPI OSGetCountryCode(void);
+/* The measurement system: 0 metric, 1 United States (1). */
+UINT QVAPI OSGetMeasure(void);
+/* Where the minus sign of a negative number goes, 0 to 4 (1): 0 "(1.1)",
+   1 "-1.1", 2 "- 1.1", 3 "1.1-", 4 "1.1 -". */
+UINT QVAPI OSGetNegativeNumberFormat(void);
+/* The system's ANSI code page. */
+UINT QVAPI OSGetCodePage(void);
+
 /* ---- files and locking */
 
 /* Open system file handles; names only name the failure records. */
