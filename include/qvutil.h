@@ -82,6 +82,14 @@ BOOL QVAPI RANGEIsTIMEValid(HWND owner, const char *text);
    separator; 32-bit arithmetic that wraps from 4294968 in inches.  Returns
    what setting the item's text returned. */
 BOOL QVAPI SetDlgItemReal(HWND dialog, int itemId, uint32_t value, uint32_t metric);
+/* The reverse of SetDlgItemReal: reads the item's text as inches (metric 0)
+   or centimetres into *value, in tenths of a millimetre rounded half up.
+   The text is digits with at most one decimal separator (the user's or a
+   full stop) and blanks around it.  FALSE, with *value untouched and
+   nothing recorded, for any other text, a result past 32 bits, a missing
+   item or a null value.  Whatever SetDlgItemReal writes for a value below
+   4294968 reads back as that value. */
+BOOL QVAPI GetDlgItemReal(HWND dialog, int itemId, uint32_t *value, uint32_t metric);
 
 #ifdef _WIN32
 /*
