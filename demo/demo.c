@@ -208,6 +208,8 @@ static const char *typedDate(int argc, char **argv)
     return line;
 }
 
+void showNamed(void); /* named_demo.c */
+
 int main(int argc, char **argv)
 {
     if (!DrailufInstanceStart(0, 0)) {
@@ -219,6 +221,7 @@ int main(int argc, char **argv)
     showErrorText();
     showDates();
     showErrorBoxes();
+    showNamed();
     showTypedDate(typedDate(argc, argv));
     DrailufInstanceStop(0);
     return 0;
