@@ -7,3 +7,5 @@ list(APPEND QV_WINDOWS_SOURCES gadgets/register_win.cpp gadgets/gadget_win.cpp g
 list(APPEND QV_WINDOWS_SOURCES gadgets/timegad_placeholders_win.cpp)
 list(APPEND QV_WINDOWS_SOURCES gadgets/tabs_placeholders_win.cpp)
 list(APPEND QV_WINDOWS_SOURCES gadgets/vlist_placeholders_win.cpp)
+# the colour picker's palette and names
+list(APPEND QV_PORTABLE_SOURCES gadgets/colornames.cpp)
