@@ -209,6 +209,8 @@ static const char *typedDate(int argc, char **argv)
     return line;
 }
 
+void showNamed(void); /* named_demo.c */
+
 int main(int argc, char **argv)
 {
     if (!DrailufInstanceStart(0, 0)) {
@@ -220,6 +222,7 @@ int main(int argc, char **argv)
     showErrorText();
     showDates();
     showErrorBoxes();
+    showNamed();
     showTypedDate(typedDate(argc, argv));
     showTimeGad();
     DrailufInstanceStop(0);

@@ -12,3 +12,5 @@ list(APPEND QV_WINDOWS_SOURCES gadgets/qvlistbox_win.cpp)
 # stand-ins until the dialog tabs and the virtual list boxes bring their own
 list(APPEND QV_WINDOWS_SOURCES gadgets/tabs_placeholders_win.cpp)
 list(APPEND QV_WINDOWS_SOURCES gadgets/vlist_placeholders_win.cpp)
+# the colour picker's palette and names
+list(APPEND QV_PORTABLE_SOURCES gadgets/colornames.cpp)

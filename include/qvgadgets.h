@@ -141,6 +141,18 @@ BOOL QVAPI GadUtilBitBlt(HDC target, const RECT *rect, HBITMAP bitmap);
 /* Ands the bitmap centred in the rectangle: a monochrome bitmap's black
    pixels are drawn, its white ones leave the target alone. */
 BOOL QVAPI GadUtilMonoBlt(HDC target, const RECT *rect, HBITMAP bitmap);
+
+/* ---- Colour picker ------------------------------------------------------
+ * Class "QvColorCombo": a combo box showing a colour's swatch and, for one
+ * of the sixteen palette colours, its name (any other colour shows without
+ * a name).  A click, F4 or Alt+Down opens a 4 x 4 palette; there the arrow
+ * keys move, Enter (or F4, Alt+Down) picks, Escape or a click elsewhere
+ * closes.  With the palette closed the arrow keys step through the palette.
+ * Every pick sends the parent WM_COMMAND with CBN_SELCHANGE; setting the
+ * colour by message does not.  The colour starts black.
+ */
+#define QVCC_SETCOLOR (WM_USER + 1) /* lParam: COLORREF; returns the previous colour */
+#define QVCC_GETCOLOR (WM_USER + 2) /* returns the colour */
 #endif /* _WIN32 */
 
 QV_EXTERN_C_END

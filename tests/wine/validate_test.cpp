@@ -95,4 +95,32 @@ TEST(SetDlgItemReal, WritesLengthsWithTheUsersSeparator)
     DestroyWindow(dialog);
 }
 
+TEST(GetDlgItemReal, ReadsTheItemWithEitherSeparatorAndLeavesValueOnRefusal)
+{
+    HWND dialog = CreateWindowA("STATIC", "Dialog", WS_OVERLAPPEDWINDOW, 0, 0, 200, 100, nullptr, nullptr, nullptr,
+                                nullptr);
+    CreateWindowA("EDIT", "", WS_CHILD, 0, 0, 100, 20, dialog, reinterpret_cast<HMENU>(100), nullptr, nullptr);
+    DecimalSeparator comma(",");
+    const struct {
+        const char *text;
+        uint32_t metric;
+        BOOL ok;
+        uint32_t value;
+    } kTexts[] = {{" 1,000 ", 0, TRUE, 254}, {"12.34", 1, TRUE, 1234}, {"1,2.3", 1, FALSE, 5}};
+    for (const auto &t : kTexts) {
+        SetDlgItemTextA(dialog, 100, t.text);
+        uint32_t value = 5;
+        EXPECT_EQ(GetDlgItemReal(dialog, 100, &value, t.metric), t.ok) << t.text;
+        EXPECT_EQ(value, t.value) << t.text;
+    }
+    // A text longer than any fixed buffer is read whole, not in part.
+    std::string longText = "1," + std::string(300, '0') + "x";
+    SetDlgItemTextA(dialog, 100, longText.c_str());
+    uint32_t value = 5;
+    EXPECT_FALSE(GetDlgItemReal(dialog, 100, &value, 1));
+    EXPECT_FALSE(GetDlgItemReal(dialog, 101, &value, 1)); // no such item
+    EXPECT_EQ(value, 5u);
+    DestroyWindow(dialog);
+}
+
 } // namespace
