@@ -1,6 +1,6 @@
 # Gadgets: the custom window classes.
 # registration, the instance-record convention, the shared drawing helpers
-list(APPEND QV_PORTABLE_SOURCES gadgets/lcdcolour.cpp gadgets/vlistcore.cpp)
+list(APPEND QV_PORTABLE_SOURCES gadgets/lcdcolour.cpp gadgets/vlistcore.cpp gadgets/dvlistcore.cpp)
 list(APPEND QV_WINDOWS_SOURCES gadgets/register_win.cpp gadgets/gadget_win.cpp gadgets/gadutil_win.cpp
      gadgets/colorpicker_win.cpp gadgets/placeholders_win.cpp)
 # the virtual list boxes: windows and painting over the engines
