@@ -12,6 +12,7 @@
 #include "qviso32.h"
 
 void showErrorText(void); /* kit_demo.c */
+void showDialogs(void);   /* dialogs_demo.c */
 
 static void showStartUp(void)
 {
@@ -220,6 +221,7 @@ int main(int argc, char **argv)
     showDates();
     showErrorBoxes();
     showTypedDate(typedDate(argc, argv));
+    showDialogs();
     DrailufInstanceStop(0);
     return 0;
 }

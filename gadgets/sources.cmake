@@ -3,7 +3,7 @@
 list(APPEND QV_PORTABLE_SOURCES gadgets/lcdcolour.cpp)
 list(APPEND QV_WINDOWS_SOURCES gadgets/register_win.cpp gadgets/gadget_win.cpp gadgets/gadutil_win.cpp
      gadgets/colorpicker_win.cpp gadgets/placeholders_win.cpp)
-# stand-ins until the time gadgets, the dialog tabs and the list boxes bring their own
+# stand-ins until the time gadgets, the gauge and the list boxes bring their own
 list(APPEND QV_WINDOWS_SOURCES gadgets/timegad_placeholders_win.cpp)
 list(APPEND QV_WINDOWS_SOURCES gadgets/tabs_placeholders_win.cpp)
 list(APPEND QV_WINDOWS_SOURCES gadgets/vlist_placeholders_win.cpp)
