@@ -276,14 +276,21 @@ void setVisibleBit(HWND control, bool visible)
         SetWindowLongA(control, GWL_STYLE, wanted);
 }
 
-/* Remembers whether the dialog had disabled the control, then disables it. */
+/* Remembers that the dialog had disabled a control that a switch hides. */
+void noteDisabled(HWND control)
+{
+    if (!IsWindowEnabled(control))
+        SetPropA(control, kWasDisabled, reinterpret_cast<HANDLE>(1));
+}
+
+/* As noteDisabled, and disables it: an inclusion tab's hidden controls are
+   disabled as well. */
 void parkDisabled(HWND control)
 {
-    if (IsWindowEnabled(control))
-        RemovePropA(control, kWasDisabled);
-    else
+    if (!IsWindowEnabled(control))
         SetPropA(control, kWasDisabled, reinterpret_cast<HANDLE>(1));
-    EnableWindow(control, FALSE);
+    else
+        EnableWindow(control, FALSE);
 }
 
 /* Enables the control again unless the dialog had disabled it. */
@@ -291,7 +298,8 @@ void unparkDisabled(HWND control)
 {
     if (!GetPropA(control, kWasDisabled))
         EnableWindow(control, TRUE);
-    RemovePropA(control, kWasDisabled);
+    else
+        RemovePropA(control, kWasDisabled);
 }
 
 RECT rectInParent(HWND control, HWND parent)
@@ -302,6 +310,14 @@ RECT rectInParent(HWND control, HWND parent)
     return r;
 }
 
+void addToRegion(HRGN region, const RECT &r)
+{
+    if (HRGN piece = CreateRectRgnIndirect(&r)) {
+        CombineRgn(region, region, piece, RGN_OR);
+        DeleteObject(piece);
+    }
+}
+
 /* Leaves a dialog tab: the controls the next tab does not have are hidden,
    their places collected in `region`. */
 void leaveDialogTab(HWND dialog, const Tab *old, const Tab *next, HRGN region)
@@ -310,18 +326,17 @@ void leaveDialogTab(HWND dialog, const Tab *old, const Tab *next, HRGN region)
         HWND control = old->controls[i];
         if (holds(next, control))
             continue;
-        parkDisabled(control);
+        noteDisabled(control);
         setVisibleBit(control, false);
-        RECT r = rectInParent(control, dialog);
-        HRGN piece = region ? CreateRectRgnIndirect(&r) : nullptr;
-        if (piece) {
-            CombineRgn(region, region, piece, RGN_OR);
-            DeleteObject(piece);
-        }
+        if (region)
+            addToRegion(region, rectInParent(control, dialog));
     }
 }
 
-void enterDialogTab(HWND dialog, const Tab *tab)
+/* Enters a dialog tab: its controls are placed, relabelled and shown.
+   With a region (redrawing suspended), the places of the controls shown or
+   moved are added to it. */
+void enterDialogTab(HWND dialog, const Tab *tab, HRGN region)
 {
     DlgWalker w;
     DlgHeader header;
@@ -337,18 +352,33 @@ void enterDialogTab(HWND dialog, const Tab *tab)
         /* A combo box's height in a template is its height with the list
            dropped down, which is what its window height means. */
         RECT r = itemRect(dialog, item, kind);
+        RECT was = rectInParent(control, dialog);
+        bool moved = !EqualRect(&was, &r);
+        if (region) {
+            if (!(GetWindowLongA(control, GWL_STYLE) & WS_VISIBLE))
+                addToRegion(region, r);
+            else if (moved) {
+                addToRegion(region, was);
+                addToRegion(region, r);
+            }
+        }
+        /* Most controls of a tab are where they were left: only shared
+           controls move, and moving is the dearest step of a switch. */
         UINT flags = SWP_NOZORDER | SWP_NOACTIVATE;
-        if (positions)
+        if (moved && positions)
             positions = DeferWindowPos(positions, control, nullptr, r.left, r.top, r.right - r.left,
                                        r.bottom - r.top, flags);
-        else
+        else if (moved)
             SetWindowPos(control, nullptr, r.left, r.top, r.right - r.left, r.bottom - r.top, flags);
         if ((kind == DlgStatic || kind == DlgButton) && (item.title.length || item.title.isOrdinal)) {
             char text[1024], now[1024];
             fieldText(w, item.title, text, sizeof text);
             GetWindowTextA(control, now, sizeof now);
-            if (lstrcmpA(text, now) != 0)
+            if (lstrcmpA(text, now) != 0) {
                 SetWindowTextA(control, text);
+                if (region)
+                    addToRegion(region, r);
+            }
         }
         if (kind == DlgButton && (item.style & 0x0F) == BS_GROUPBOX)
             groupBoxes[groups++] = control;
@@ -359,13 +389,18 @@ void enterDialogTab(HWND dialog, const Tab *tab)
     for (uint32_t i = 0; i < groups; i++)
         SetWindowPos(groupBoxes[i], HWND_BOTTOM, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_NOREDRAW | SWP_NOACTIVATE);
     /* A control kept from the tab before keeps its enabled state too: only
-       the ones this switch shows are enabled again. */
+       the ones this switch shows are enabled again, and of those only the
+       disabled ones need a look at the property.  Leaving a dialog tab
+       hides its controls without disabling them, which saves a switch two
+       calls per control; controls made for a tab not yet entered start
+       disabled and are enabled here. */
     for (uint32_t i = 0; i < tab->controlCount; i++) {
         HWND control = tab->controls[i];
         if (GetWindowLongA(control, GWL_STYLE) & WS_VISIBLE)
             continue;
         setVisibleBit(control, true);
-        unparkDisabled(control);
+        if (!IsWindowEnabled(control))
+            unparkDisabled(control);
     }
 }
 
@@ -470,7 +505,7 @@ void switchTo(HWND strip, Strip *s, Tab *target, Redraw redraw)
         leaveListTab(dialog, old);
     }
     if (target && target->dialogTemplate)
-        enterDialogTab(dialog, target);
+        enterDialogTab(dialog, target, region);
     else if (target)
         enterListTab(dialog, target);
 
@@ -478,7 +513,7 @@ void switchTo(HWND strip, Strip *s, Tab *target, Redraw redraw)
         SendMessageA(dialog, WM_SETREDRAW, TRUE, 0);
         if (redraw != Redraw::Dialog && region) {
             RedrawWindow(dialog, nullptr, region, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_ERASENOW);
-            InvalidateRect(dialog, nullptr, FALSE);
+            InvalidateRgn(dialog, region, FALSE);
         }
     }
     if (redraw != Redraw::Dialog && !region)
@@ -1038,7 +1073,7 @@ BOOL QVAPI Tab_TransmogrifyDialogTab(HWND strip, LPCSTR label, UINT oldTabId, UI
         for (uint32_t j = 0; j < count && !kept; j++)
             kept = controls[j] == tab->controls[i];
         if (!kept) {
-            parkDisabled(tab->controls[i]);
+            noteDisabled(tab->controls[i]);
             setVisibleBit(tab->controls[i], false);
         }
     }
@@ -1055,7 +1090,7 @@ BOOL QVAPI Tab_TransmogrifyDialogTab(HWND strip, LPCSTR label, UINT oldTabId, UI
     layout(strip, s);
     InvalidateRect(strip, nullptr, FALSE);
     if (current)
-        enterDialogTab(dialog, tab);
+        enterDialogTab(dialog, tab, nullptr);
     SendMessageA(dialog, WM_SETREDRAW, TRUE, 0);
     InvalidateRect(dialog, nullptr, TRUE);
     notify(strip, kNoticeAfter);

@@ -215,7 +215,7 @@ TEST_F(Tabs, SwitchesShowEnableMoveAndRelabelTheControls)
         SCOPED_TRACE(r.tab);
         Tab_SetCurrentTab(strip, r.tab);
         EXPECT_EQ(visibleBit(item(kNameEdit)), r.nameEdit);
-        EXPECT_EQ(IsWindowEnabled(item(kNameEdit)) != 0, r.nameEdit);
+        EXPECT_TRUE(IsWindowEnabled(item(kNameEdit)));
         EXPECT_EQ(visibleBit(item(kOnlyB)), r.onlyB);
         EXPECT_EQ(visibleBit(item(kEditIn)), r.in);
         EXPECT_EQ(IsWindowEnabled(item(kEditIn)) != 0, r.in);
