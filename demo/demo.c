@@ -13,6 +13,7 @@
 
 void showErrorText(void); /* kit_demo.c */
 void showTimeGad(void);   /* timegad_demo.c */
+void showDialogs(void);   /* dialogs_demo.c */
 
 static void showStartUp(void)
 {
@@ -225,6 +226,7 @@ int main(int argc, char **argv)
     showNamed();
     showTypedDate(typedDate(argc, argv));
     showTimeGad();
+    showDialogs();
     DrailufInstanceStop(0);
     return 0;
 }

@@ -182,5 +182,9 @@
 #define IDS_TEL_OPEN_FAILED          1176
 #define IDS_TEL_NO_PARTIAL_DIAL      1177
 
+/* ---- qviso32.dll's own resources (resources/qviso32.rc) --------------- */
+#define IDB_TAB                      2100  /* dialog tab strip: a tab, cyan transparent */
+#define IDB_TAB_CURRENT              2101  /* the current tab, open towards the dialog */
+#define IDB_CHECK_GLYPHS             32759 /* bitmap check boxes: 4 x 3 glyph cells */
 
 #endif /* QV_RESOURCE_IDS_H */
