@@ -29,6 +29,11 @@
 #define IDC_WAITFRAME_COUNT          8
 #define IDS_WAIT_CANCEL_QUERY        5000  /* Yes/No after Escape; No abandons the operation */
 
+/* ---- Status boxes ------------------------------------------------------ */
+#define IDD_STATUS_BOX               4000  /* modeless progress box: text, bar, Cancel */
+#define IDC_STATUS_TEXT              4001  /* the box's text */
+#define IDC_STATUS_BAR               4002  /* owner-drawn bar, 0 to 100 percent */
+
 /* ---- Error presentation: captions ------------------------------------- */
 #define IDS_ERROR_CAPTION            13000 /* caption when the error carries none */
 #define IDS_EXCHANGE_CAPTION         13060 /* caption of the data-exchange errors (codes 105..116) */
