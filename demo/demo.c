@@ -13,6 +13,7 @@
 
 void showErrorText(void); /* kit_demo.c */
 void showTimeGad(void);   /* timegad_demo.c */
+void showDialogs(void);   /* dialogs_demo.c */
 
 static void showStartUp(void)
 {
@@ -209,6 +210,8 @@ static const char *typedDate(int argc, char **argv)
     return line;
 }
 
+void showNamed(void); /* named_demo.c */
+
 int main(int argc, char **argv)
 {
     if (!DrailufInstanceStart(0, 0)) {
@@ -220,8 +223,10 @@ int main(int argc, char **argv)
     showErrorText();
     showDates();
     showErrorBoxes();
+    showNamed();
     showTypedDate(typedDate(argc, argv));
     showTimeGad();
+    showDialogs();
     DrailufInstanceStop(0);
     return 0;
 }

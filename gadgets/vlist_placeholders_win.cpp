@@ -1,13 +1,8 @@
 /*
- * Stand-in procedures for the two virtual list boxes until their own files
- * replace this one: plain windows.
+ * Stand-in procedure for the dynamic virtual list box until its own file
+ * replaces this one: a plain window.
  */
 #include "gadprocs_win.h"
-
-LRESULT CALLBACK gadVListBoxProc(HWND window, UINT message, WPARAM wp, LPARAM lp)
-{
-    return DefWindowProcA(window, message, wp, lp);
-}
 
 extern "C" LRESULT QVAPI DVListBox_WndProc(HWND window, UINT message, WPARAM wp, LPARAM lp)
 {

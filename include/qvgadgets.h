@@ -95,6 +95,108 @@ static_assert(sizeof(TTBusyBlock) == 24 && offsetof(TTBusyBlock, identifier) == 
               "busy blocks are 24 bytes, identifier in the fourth word");
 #endif
 
+/* ---- Virtual list boxes: the owner callback ------------------------------
+ * Both list boxes call their owner as callback(window, code, record, user);
+ * the result is ignored.  The records (all fields 32-bit) by code:
+ */
+typedef void(QVCALLBACK *VListBoxCallback)(HWND window, uint32_t code, void *record, uint32_t user);
+
+enum {
+    VLBC_START = 1,     /* VLBStart: the list starts */
+    VLBC_FETCH = 2,     /* VLBFetch (DVLBFetch): answer with AddString/AddItemData */
+    VLBC_RELEASE = 5,   /* VLBRelease: an item leaves the cache */
+    VLBC_MEASURE = 6,   /* VLBMeasure: owner-drawn item height */
+    VLBC_DRAW = 7,      /* VLBDraw: owner-drawn item */
+    VLBC_SELCHANGE = 8, /* VLBSelChange: selection changed by the user */
+    VLBC_FAILED = 9,    /* no record: an operation of the control failed */
+    VLBC_DBLCLK = 10,   /* VLBIndex: double-click */
+    VLBC_SETFOCUS = 11, /* VLBWindow: the window that lost the focus */
+    VLBC_KILLFOCUS = 12,/* VLBWindow: the window that gains it */
+    VLBC_CHAR = 14,     /* VLBChar: a typed character */
+    VLBC_FINDTEXT = 15, /* VLBFindText: window text set; find its item */
+    VLBC_GETTEXT = 16,  /* VLBGetText: the selected item's text for the window text */
+    VLBC_JUMP = 17,     /* DVLBFetch: the dynamic list jumps to its first or last items */
+    VLBC_DESTROY = 19   /* no record: the control is being destroyed */
+};
+
+/* Notification codes in WM_COMMAND's high word. */
+enum { VLBN_SETFOCUS = 11, VLBN_KILLFOCUS = 12, VLBN_SELCHANGE = 17, VLBN_RELEASED = 18 };
+
+/* Drawing states of VLBDraw. */
+enum { VLBS_SELECTED = 1, VLBS_CARET = 16 };
+
+/* Start markers of a dynamic list's fetch, and its "no index". */
+#define DVLB_NONE ((int32_t)0x80000000)
+#define DVLB_FIRST ((int32_t)0x80000001)
+#define DVLB_LAST ((int32_t)0x7FFFFFFF)
+
+typedef struct { uint32_t show, fillSize; } VLBStart;
+typedef struct { uint32_t first, last; } VLBFetch;     /* inclusive */
+typedef struct { int32_t start; uint32_t count; } DVLBFetch; /* start: an index or a marker */
+typedef struct { int32_t index; uint32_t data; char *text; } VLBRelease;
+typedef struct { HDC dc; uint32_t zero; int32_t width, height, zero2; } VLBMeasure;
+typedef struct {
+    int32_t index; uint32_t zero, state; HDC dc;
+    int32_t left, top, right, bottom;
+    uint32_t data; char *text;
+} VLBDraw;
+typedef struct { uint32_t zero; } VLBSelChange;
+typedef struct { int32_t index; } VLBIndex;
+typedef struct { HWND window; } VLBWindow;
+typedef struct { uint32_t ch, repeat; } VLBChar;
+typedef struct { const char *text; int32_t result; } VLBFindText;
+typedef struct { char *buffer; int32_t index; uint32_t size; } VLBGetText;
+
+#ifdef _WIN32
+/* ---- Virtual list box (class QvVListBox) ---------------------------------
+ * Indexes are unsigned; 0xFFFFFFFF is "unknown" for a count and "none" for a
+ * selection.  Functions return 1 on success and 0 on failure (no such list,
+ * refused, or memory lacking) unless stated.
+ */
+
+/* Starts the list over: count (0xFFFFFFFF: not yet known), cache size
+   (0xFFFFFFFF: 4096; above 4096 refused), most items asked per fetch, and the
+   owner's callback with its value.  Sends code 1, then asks for the first
+   rows. */
+BOOL QVAPI VListBox_Initialize(HWND window, uint32_t count, uint32_t cacheSize, uint32_t fillSize,
+                               VListBoxCallback callback, uint32_t user);
+/* Deliver an item, normally from inside callback code 2.  AddString copies
+   the text (NUL-terminated, no length taken) and refuses an index already
+   filled; AddItemData may overwrite one.  While a getter waits for one item
+   the text is not copied: it must last until that getter returns. */
+BOOL QVAPI VListBox_AddString(HWND window, uint32_t index, const char *text, uint32_t data);
+BOOL QVAPI VListBox_AddItemData(HWND window, uint32_t index, uint32_t data);
+/* Sets the count (0xFFFFFFFF allowed), keeps the top inside it and fills. */
+BOOL QVAPI VListBox_SetNumItems(HWND window, uint32_t count);
+uint32_t QVAPI VListBox_GetNumItems(HWND window);
+/* Single selection only (-1 otherwise).  SetCurSel(-1) clears without
+   scrolling; an index becomes the top row and the caret. */
+int32_t QVAPI VListBox_GetCurSel(HWND window);
+BOOL QVAPI VListBox_SetCurSel(HWND window, int32_t index);
+int32_t QVAPI VListBox_GetCaretIndex(HWND window);
+BOOL QVAPI VListBox_SetCaretIndex(HWND window, uint32_t index);
+/* Multiple or extended selection: adds the index to the selected set; the
+   flag is ignored (this call never deselects). */
+BOOL QVAPI VListBox_SetSel(HWND window, BOOL flag, uint32_t index);
+BOOL QVAPI VListBox_GetSel(HWND window, uint32_t index);
+uint32_t QVAPI VListBox_GetSelCount(HWND window);
+/* Copies the selected indexes, ascending; the buffer must hold
+   VListBox_GetSelCount entries (no length is taken). */
+BOOL QVAPI VListBox_GetSelItems(HWND window, uint32_t *buffer);
+/* Replaces the selected set by `count` indexes, which must be ascending. */
+BOOL QVAPI VListBox_SetSelItems(HWND window, uint32_t count, const uint32_t *indexes);
+uint32_t QVAPI VListBox_GetTopIndex(HWND window);
+BOOL QVAPI VListBox_SetTopIndex(HWND window, uint32_t index);
+/* Getters fetch an item that is not cached with a one-item code 2 (also for
+   index = count) without caching it.  GetItemData: 0xFFFFFFFF on failure.
+   GetText copies into a buffer the caller sized with GetTextLen + 1 (no
+   length is taken) and returns 1 whenever the list exists. */
+uint32_t QVAPI VListBox_GetItemData(HWND window, uint32_t index);
+BOOL QVAPI VListBox_GetText(HWND window, uint32_t index, char *buffer);
+uint32_t QVAPI VListBox_GetTextLen(HWND window, uint32_t index);
+BOOL QVAPI VListBox_IsItemCached(HWND window, uint32_t index);
+#endif /* _WIN32 */
+
 #ifdef _WIN32
 /* ---- Exported window procedures ---------------------------------------- */
 LRESULT QVAPI GadPageWndProc(HWND window, UINT message, WPARAM wp, LPARAM lp);
@@ -141,6 +243,18 @@ BOOL QVAPI GadUtilBitBlt(HDC target, const RECT *rect, HBITMAP bitmap);
 /* Ands the bitmap centred in the rectangle: a monochrome bitmap's black
    pixels are drawn, its white ones leave the target alone. */
 BOOL QVAPI GadUtilMonoBlt(HDC target, const RECT *rect, HBITMAP bitmap);
+
+/* ---- Colour picker ------------------------------------------------------
+ * Class "QvColorCombo": a combo box showing a colour's swatch and, for one
+ * of the sixteen palette colours, its name (any other colour shows without
+ * a name).  A click, F4 or Alt+Down opens a 4 x 4 palette; there the arrow
+ * keys move, Enter (or F4, Alt+Down) picks, Escape or a click elsewhere
+ * closes.  With the palette closed the arrow keys step through the palette.
+ * Every pick sends the parent WM_COMMAND with CBN_SELCHANGE; setting the
+ * colour by message does not.  The colour starts black.
+ */
+#define QVCC_SETCOLOR (WM_USER + 1) /* lParam: COLORREF; returns the previous colour */
+#define QVCC_GETCOLOR (WM_USER + 2) /* returns the colour */
 #endif /* _WIN32 */
 
 QV_EXTERN_C_END
