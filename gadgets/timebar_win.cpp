@@ -27,11 +27,11 @@ void tbNotify(HWND window, uint16_t code)
 
 HFONT tbCreateFont()
 {
-    // Pitch and family 17 (swiss, fixed pitch) picks the nearest face when
+    // Pitch and family 17 (FF_ROMAN | FIXED_PITCH) picks the nearest face when
     // the named one is not installed; the labels are drawn unsmoothed so that
     // they stay in the one colour the LCD rule chose.
     HFONT font = CreateFontA(11, 0, 0, 0, FW_NORMAL, 0, 0, 0, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS,
-                             CLIP_DEFAULT_PRECIS, NONANTIALIASED_QUALITY, 17, "Small Fonts");
+                             CLIP_DEFAULT_PRECIS, NONANTIALIASED_QUALITY, FF_ROMAN | FIXED_PITCH, "Small Fonts");
     if (!font)
         gdiFailed(reinterpret_cast<const void *>(&CreateFontA));
     return font;
