@@ -12,6 +12,7 @@
 #include "qviso32.h"
 
 void showErrorText(void); /* kit_demo.c */
+void showVList(void);     /* vlist_demo.c */
 
 static void showStartUp(void)
 {
@@ -220,6 +221,7 @@ int main(int argc, char **argv)
     showDates();
     showErrorBoxes();
     showTypedDate(typedDate(argc, argv));
+    showVList();
     DrailufInstanceStop(0);
     return 0;
 }

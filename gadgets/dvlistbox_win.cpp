@@ -567,8 +567,14 @@ BOOL QVAPI DVListBox_SetCaretRefNReload(HWND window, const void *ref, BOOL reloa
         return FALSE;
     {
         Hold hold(w);
-        if (reload)
+        if (reload) {
+            /* The owner's records changed: where the list ended is no
+               longer known. */
             dvDiscard(&w->box);
+            w->box.bounds &= static_cast<uint16_t>(~DVB_LASTKNOWN);
+            if (w->box.count == VL_NONE)
+                w->box.highSeen = 0;
+        }
         bool reloaded = false;
         DvMark *mark = w->box.multiple ? &w->box.caret : &w->box.cur;
         dvSetMark(&w->box, mark, ref, w->box.top, &reloaded);
