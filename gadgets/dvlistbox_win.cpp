@@ -22,6 +22,7 @@ struct DvWindow {
     bool tracking, timer, inSize, inRange;
     bool redraw;  /* WM_SETREDRAW */
     bool updates; /* cleared while an operation is half done */
+    bool scrolling; /* rows arriving now are drawn with the whole scroll */
 };
 
 DvWindow *record(HWND window) { return gadRecord<DvWindow>(window); }
@@ -98,7 +99,9 @@ void scrollTo(HWND window, DvWindow *w, int32_t top, int step)
     if (allowed(w))
         UpdateWindow(window);
     int32_t old = w->box.top;
+    w->scrolling = true;
     dvScrollTo(&w->box, top);
+    w->scrolling = false;
     bindView(w);
     if (allowed(w))
         vpScroll(window, &w->view, static_cast<uint32_t>(old), step);
@@ -227,12 +230,16 @@ void key(HWND window, DvWindow *w, WPARAM vk)
         return;
     selectionMoved(w);
     notifyParent(window, VLBN_SELCHANGE);
-    if (top != w->box.top)
+    if (top != w->box.top) {
         scrollTo(window, w, top, fine ? 1 : w->view.itemHeight);
-    if (jump)
+        if (jump)
+            updateScrollBar(window, w);
+        InvalidateRect(window, nullptr, w->view.image ? FALSE : TRUE);
+    } else if (jump) {
         jumped(window, w);
-    else
+    } else {
         redrawAll(window, w);
+    }
 }
 
 void vscroll(HWND window, DvWindow *w, WPARAM wp)
@@ -434,7 +441,8 @@ static BOOL add(HWND window, int32_t index, const void *ref, const char *text, u
         return FALSE;
     if (w->box.count == VL_NONE)
         updateScrollBar(window, w);
-    redrawItem(window, w, index);
+    if (!w->scrolling && !w->box.filling)
+        redrawItem(window, w, index);
     return TRUE;
 }
 
