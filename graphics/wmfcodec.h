@@ -67,8 +67,8 @@ RV metaCheckChain(const uint8_t *bits, size_t length);
 
 /*
  * One record, at most `room` bytes of which lie inside the metafile: true
- * when its size is at least 3 words and within room, the object it selects
- * or deletes exists among `objects`, and the counts of its points and
+ * when its size is at least 3 words and within room, every object it names
+ * (selected, deleted, filled or framed) exists among `objects`, and the counts of its points and
  * polygons fit inside it.
  */
 bool metaRecordPlayable(const uint8_t *record, size_t room, uint32_t objects);

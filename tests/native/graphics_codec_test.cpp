@@ -270,6 +270,8 @@ TEST(MetaChain, AcceptsOnlyChainsThatEndInsideTheirSizeWithPlayableRecords)
         {"select object 1 of 2", metafile({{0x012D, 1}, eof}), RV_Success},
         {"select object 2 of 2", metafile({{0x012D, 2}, eof}), RV_BadMetafile},
         {"delete object 9", metafile({{0x01F0, 9}, eof}), RV_BadMetafile},
+        {"fill region with brush 5", metafile({{0x0228, 1, 5}, eof}), RV_BadMetafile},
+        {"frame region 1 with brush 0", metafile({{0x0429, 1, 0, 1, 1}, eof}), RV_Success},
         {"polygon of 2 points", metafile({{0x0324, 2, 0, 0, 5, 5}, eof}), RV_Success},
         {"polygon claiming 3", metafile({{0x0324, 3, 0, 0, 5, 5}, eof}), RV_BadMetafile},
         {"polypolygon overrun", metafile({{0x0538, 2, 1, 9, 0, 0}, eof}), RV_BadMetafile},
