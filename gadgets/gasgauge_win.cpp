@@ -61,8 +61,11 @@ void paint(HWND window, HDC dc)
         return;
 
     RECT done = track, rest = track;
-    done.right = track.left + MulDiv(track.right - track.left, static_cast<int>(gauge->Position),
-                                     static_cast<int>(gauge->Range));
+    // 64 bits: a range and position of any 32-bit size, rounded to the
+    // nearest pixel.
+    const uint64_t width = static_cast<uint64_t>(track.right - track.left);
+    const uint64_t range = gauge->Range;
+    done.right = track.left + static_cast<int>((width * gauge->Position * 2 + range) / (2 * range));
     rest.left = done.right;
     fill(dc, done, gauge->Bar);
     fill(dc, rest, gauge->Background);

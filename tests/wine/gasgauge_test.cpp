@@ -87,7 +87,8 @@ TEST_F(Gauge, FillsToThePositionInsideItsSurroundWithThePercentageInBothColours)
     const struct {
         uint32_t range, position;
         int edge; // first pixel of the unfilled part
-    } kCases[] = {{100, 0, 3}, {100, 50, 3 + 99}, {4, 1, 3 + 50} /* 49.5 rounds */, {100, 100, 201}, {7, 7, 201}};
+    } kCases[] = {{100, 0, 3}, {100, 50, 3 + 99}, {4, 1, 3 + 50} /* 49.5 rounds */, {100, 100, 201}, {7, 7, 201},
+                   {0xFFFFFFFF, 0x80000000, 3 + 99}};
     for (const auto &c : kCases) {
         SCOPED_TRACE(testing::Message() << c.position << "/" << c.range);
         send(QVGG_SETRANGE, c.range);
