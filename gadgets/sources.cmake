@@ -12,7 +12,7 @@ list(APPEND QV_WINDOWS_SOURCES gadgets/qvlistbox_win.cpp)
 # the virtual list boxes: portable engines, windows and painting over them
 list(APPEND QV_PORTABLE_SOURCES gadgets/vlistcore.cpp gadgets/dvlistcore.cpp)
 list(APPEND QV_WINDOWS_SOURCES gadgets/vlistbox_win.cpp gadgets/dvlistbox_win.cpp gadgets/vlistpaint_win.cpp)
-# stand-in until the gauge brings its own
-list(APPEND QV_WINDOWS_SOURCES gadgets/tabs_placeholders_win.cpp)
 # the colour picker's palette and names
 list(APPEND QV_PORTABLE_SOURCES gadgets/colornames.cpp)
+# the gauge
+list(APPEND QV_WINDOWS_SOURCES gadgets/gasgauge_win.cpp)

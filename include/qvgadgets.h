@@ -313,6 +313,21 @@ BOOL QVAPI GadUtilMonoBlt(HDC target, const RECT *rect, HBITMAP bitmap);
  */
 #define QVCC_SETCOLOR (WM_USER + 1) /* lParam: COLORREF; returns the previous colour */
 #define QVCC_GETCOLOR (WM_USER + 2) /* returns the colour */
+
+/* ---- Gauge --------------------------------------------------------------
+ * Class "GasGauge": a bar filled from the left to position/range, with the
+ * percentage (rounded down) centred on it, inside a surround of 2 pixels
+ * and a frame (1 pixel, or sunken).  It takes no input and sends no
+ * notification.  Setters answer the previous value.  Defaults: range
+ * 100, position 0, white background and surround, dark blue bar, flat frame.
+ */
+#define QVGG_SETRANGE 0x400         /* wParam: range, not 0 (0: refused with RV_BadParms, answers 0) */
+#define QVGG_SETPOS 0x401           /* wParam: position, above the range counts as the range; painted at once */
+#define QVGG_SETBKCOLOR 0x402       /* lParam: COLORREF of the unfilled part */
+#define QVGG_SETSURROUNDCOLOR 0x403 /* lParam: COLORREF around the bar */
+#define QVGG_SETBARCOLOR 0x404      /* lParam: COLORREF of the filled part */
+#define QVGG_GETPOS 0x405
+#define QVGG_SETSUNKEN 0x406        /* wParam: non-zero for a sunken frame */
 #endif /* _WIN32 */
 
 QV_EXTERN_C_END
