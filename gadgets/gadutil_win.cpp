@@ -2,16 +2,13 @@
  * Bitmap drawing helpers of the gadgets, exported for clients too: centred
  * copies and transparent drawing of bitmaps with a colour keyed out.
  *
- * Transparent drawing uses three blits that every display driver supports:
- * XOR the source onto the target, AND the mask (white where transparent,
- * black where opaque), XOR the source again.  Where the mask is white the two
- * XORs cancel and the target shows through; where it is black the AND clears
- * the target and the second XOR leaves the source.  The monochrome mask maps
- * to colours through the target's text (0 -> black) and background
- * (1 -> white) colours, which are set for the steps and restored.
+ * Transparent drawing is the library's three-step blit (see
+ * graphics/threestep_win.h); the inverting form here inverts the off-screen
+ * copy of the background with the target's brush, not the image.
  */
 #include "qvgadgets.h"
 #include "qverror.h"
+#include "../graphics/threestep_win.h"
 
 namespace {
 
@@ -73,19 +70,6 @@ bool bitmapSize(HBITMAP bitmap, int &width, int &height)
     width = info.bmWidth;
     height = info.bmHeight;
     return true;
-}
-
-/* The three-step transparent blit of a w x h area. */
-BOOL threeStepBlt(HDC target, int x, int y, int w, int h, HDC source, int sx, int sy, HDC mask, int mx, int my)
-{
-    COLORREF text = SetTextColor(target, RGB(0, 0, 0));
-    COLORREF back = SetBkColor(target, RGB(255, 255, 255));
-    bool ok = BitBlt(target, x, y, w, h, source, sx, sy, SRCINVERT) &&
-              BitBlt(target, x, y, w, h, mask, mx, my, SRCAND) &&
-              BitBlt(target, x, y, w, h, source, sx, sy, SRCINVERT);
-    SetBkColor(target, back);
-    SetTextColor(target, text);
-    return ok ? TRUE : gdiFailed(reinterpret_cast<const void *>(&BitBlt));
 }
 
 BOOL centredBlt(HDC target, const RECT *rect, HBITMAP bitmap, DWORD rop)

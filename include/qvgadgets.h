@@ -28,6 +28,73 @@ int QVAPI UnRegisterGadgets(void);
 void QVAPI Gadgets_LCDOption(uint32_t on);
 
 
+/* ---- Time bars: TimeTracker and TimeSetter ------------------------------
+ * Messages of the two classes (results 1, or -1 on failure, unless said)
+ * and the busy-block record of the TimeTracker.  Times are passed as
+ * OSDateTime pointers in the second message argument.  Both notify their
+ * parent with WM_COMMAND: 100 failed, 200 changed, 300 focus gained, 400
+ * focus lost; the TimeTracker also 500 day changed and 600 start set with
+ * QVTT_SETSTARTKEEP under style QVTTS_NOTIFYSTART.
+ */
+#define QVTT_SETDAY 0x401       /* day to show */
+#define QVTT_SETHOURS 0x402     /* wp: hours shown, 1..24 */
+#define QVTT_SETBKCOLOR 0x403   /* lp: COLORREF */
+#define QVTT_GETDAY 0x404
+#define QVTT_GETBKCOLOR 0x405
+#define QVTT_GETSTART 0x406
+#define QVTT_SETSTART 0x407
+#define QVTT_GETEND 0x408
+#define QVTT_SETEND 0x409
+#define QVTT_SETDURATION 0x40A  /* lp: minutes low word, hours high word */
+#define QVTT_GETDURATION 0x40B
+#define QVTT_GETSNAP 0x40C
+#define QVTT_GETGRANULARITY 0x40D
+#define QVTT_SETSNAP 0x40E      /* wp: minutes, 1..255 */
+#define QVTT_SETGRANULARITY 0x40F /* wp: minutes, 1..59 */
+#define QVTT_GETHOURS 0x410
+#define QVTT_SETSTARTKEEP 0x411 /* start, keeping the duration */
+#define QVTT_ADDBUSY 0x412      /* wp: identifier, lp: TTBusyBlock * */
+#define QVTT_REMOVEBUSY 0x413   /* wp: identifier */
+#define QVTT_GETPREFSIZE 0x414  /* width low word, height high word */
+#define QVTT_SETBUSY 0x415      /* wp: count, lp: TTBusyBlock array */
+#define QVTT_CLEARBUSY 0x416
+#define QVTT_TIMEX 0x417        /* x pixel of a time */
+#define QVTT_GETRANGECOLOR 0x418
+#define QVTT_FINDFREE 0x419     /* in: search from; out: the free start */
+
+#define QVTTS_NOTIFYSTART 0x0004 /* notification 600 after QVTT_SETSTARTKEEP */
+#define QVTTS_TEXTISEND 0x0008   /* window text gives the range's end */
+#define QVTTS_INDAY 0x0020       /* the range stays inside its day */
+
+#define QVTS_SETFIRST 0x401     /* first time shown */
+#define QVTS_SETHOURS 0x402     /* wp: hours shown, 0..24 */
+#define QVTS_GETHOURS 0x403
+#define QVTS_SETBKCOLOR 0x404   /* lp: COLORREF */
+#define QVTS_GETFIRST 0x405
+#define QVTS_GETBKCOLOR 0x406
+#define QVTS_GETTIME 0x407
+#define QVTS_SETTIME 0x408
+#define QVTS_SETSNAP 0x409      /* wp: minutes, 1..255 */
+#define QVTS_SETGRANULARITY 0x40A /* wp: minutes, 1..59 */
+#define QVTS_GETSNAP 0x40B
+#define QVTS_GETGRANULARITY 0x40C
+
+/* A busy block of the TimeTracker: start and end in minutes from
+   1 January 1800, 00:00.  The gadget stores the identifier it was added
+   with and clears `flags` when blocks are set as a whole. */
+typedef struct TTBusyBlock {
+    uint32_t startMinutes;
+    uint32_t endMinutes;
+    uint32_t reserved2;
+    uint32_t identifier;
+    uint32_t flags;
+    uint32_t reserved5;
+} TTBusyBlock;
+#if defined(__cplusplus) && __cplusplus >= 201103L
+static_assert(sizeof(TTBusyBlock) == 24 && offsetof(TTBusyBlock, identifier) == 12,
+              "busy blocks are 24 bytes, identifier in the fourth word");
+#endif
+
 /* ---- Virtual list boxes: the owner callback ------------------------------
  * Both list boxes call their owner as callback(window, code, record, user);
  * the result is ignored.  The records (all fields 32-bit) by code:
@@ -199,6 +266,8 @@ LRESULT QVAPI GadWWndProc(HWND window, UINT message, WPARAM wp, LPARAM lp);
 LRESULT QVAPI GadTTWndProc(HWND window, UINT message, WPARAM wp, LPARAM lp);
 LRESULT QVAPI GadTSWndProc(HWND window, UINT message, WPARAM wp, LPARAM lp);
 LRESULT QVAPI GadComboWndProc(HWND window, UINT message, WPARAM wp, LPARAM lp);
+/* The subclass procedure of a QvListBox's child list box. */
+LRESULT QVAPI GadLBListboxSubProc(HWND window, UINT message, WPARAM wp, LPARAM lp);
 
 /* ---- Bitmap helpers -----------------------------------------------------
  * All return non-zero on success and 0 on failure, after recording
@@ -232,6 +301,18 @@ BOOL QVAPI GadUtilBitBlt(HDC target, const RECT *rect, HBITMAP bitmap);
 /* Ands the bitmap centred in the rectangle: a monochrome bitmap's black
    pixels are drawn, its white ones leave the target alone. */
 BOOL QVAPI GadUtilMonoBlt(HDC target, const RECT *rect, HBITMAP bitmap);
+
+/* ---- Colour picker ------------------------------------------------------
+ * Class "QvColorCombo": a combo box showing a colour's swatch and, for one
+ * of the sixteen palette colours, its name (any other colour shows without
+ * a name).  A click, F4 or Alt+Down opens a 4 x 4 palette; there the arrow
+ * keys move, Enter (or F4, Alt+Down) picks, Escape or a click elsewhere
+ * closes.  With the palette closed the arrow keys step through the palette.
+ * Every pick sends the parent WM_COMMAND with CBN_SELCHANGE; setting the
+ * colour by message does not.  The colour starts black.
+ */
+#define QVCC_SETCOLOR (WM_USER + 1) /* lParam: COLORREF; returns the previous colour */
+#define QVCC_GETCOLOR (WM_USER + 2) /* returns the colour */
 #endif /* _WIN32 */
 
 QV_EXTERN_C_END

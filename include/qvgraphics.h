@@ -1,5 +1,16 @@
 /*
  * Exported interface of the bitmaps and metafiles.
+ *
+ * Transparent drawing: a pixel whose colour equals the key colour exactly
+ * lets the background show through.  A mask is a monochrome bitmap of the
+ * image's size, 1 (white) where transparent.  Images drawn "in a rectangle"
+ * are centred with signed halving (a larger image overhangs on both sides,
+ * the odd pixel to the right and bottom) and never clipped or scaled.
+ *
+ * Unless a comment says otherwise a function that fails records RV_GDIError
+ * and returns 0 or a null handle.  Whatever a function makes for its own use
+ * is selected out and deleted on every path; handles it returns belong to the
+ * caller (DeleteObject); handles passed in are never deleted.
  */
 #ifndef QVGRAPHICS_H
 #define QVGRAPHICS_H
@@ -7,6 +18,99 @@
 #include "qvtypes.h"
 
 QV_EXTERN_C_BEGIN
+
+/* ---- Colours (portable) ------------------------------------------------- */
+
+/* A contrasting half-way colour: when no channel is above 128 each non-zero
+   channel about doubles (c odd: 2c, c even: 2c - 1), otherwise each channel
+   halves, rounding up.  Cannot fail. */
+DWORD QVAPI UICalcHalfIntensity(DWORD colour);
+
+#ifdef _WIN32
+/* ---- Masks and transparent blits ---------------------------------------- */
+
+/* A mask of the bitmap for the transparent colour; the caller deletes it. */
+HBITMAP QVAPI UICreateMaskBitmap(HDC dc, HBITMAP bitmap, COLORREF transparent);
+/* The cx x cy source rectangle at (x, y) straight onto the target, pixels of
+   the transparent colour left out.  A mask that cannot be created gives 0
+   with nothing recorded. */
+BOOL QVAPI UIMaskBlt(HDC dest, int x, int y, int cx, int cy, HDC source, int sourceX, int sourceY,
+                     COLORREF transparent);
+/* The bitmap centred in rect, transparently, straight onto the target.  With
+   a mask the transparent colour is ignored; without, one is made. */
+BOOL QVAPI UIMaskBltWithFlicker(HDC dc, const RECT *rect, HBITMAP bitmap, HBITMAP mask, COLORREF transparent);
+/* The same picture composed off-screen: the target is read once and written
+   once, and not at all when an earlier step fails. */
+BOOL QVAPI UIMaskBltNoFlicker(HDC dc, const RECT *rect, HBITMAP bitmap, HBITMAP mask, COLORREF transparent);
+/* UIMaskBltNoFlicker keyed on the colour of the bitmap's top-left pixel. */
+BOOL QVAPI UIMaskBltNoFlickerTLC(HDC dc, const RECT *rect, HBITMAP bitmap);
+/* UIMaskBltNoFlicker with the opaque pixels inverted.  The bitmap itself is
+   inverted and left so (transparency is judged before), so a second call
+   draws the original colours again. */
+BOOL QVAPI UIMaskBltInvertNoFlicker(HDC dc, const RECT *rect, HBITMAP bitmap, HBITMAP mask, COLORREF transparent);
+
+/* The image in source through the caller's mask (1 = transparent) over the
+   destination's cx x cy area at (x, y), written back with rop.  The image is
+   read from (sourceX, sourceY), the mask from the same place; mirrored, both
+   are read flipped left to right from column cx - 1 (sourceX unused) and the
+   mask from row 0.  The mask is selected into source for a moment. */
+BOOL QVAPI OSMaskBlt(HDC dest, int x, int y, int cx, int cy, HDC source, int sourceX, int sourceY, DWORD rop,
+                     HBITMAP mask, BOOL mirror);
+/* OSMaskBlt over the background bitmap's origin instead of the destination's
+   pixels; the mask is read from its origin, and the destination's colours
+   govern all three steps (OSMaskBlt's mask step uses black and white). */
+BOOL QVAPI MaskBltWithBitmap(HDC dest, int x, int y, int cx, int cy, HDC source, int sourceX, int sourceY,
+                             DWORD rop, HBITMAP mask, BOOL mirror, HBITMAP background);
+
+/* ---- Plain blits ---------------------------------------------------------- */
+
+/* The bitmap centred in rect, copied. */
+BOOL QVAPI UIBitBlt(HDC dc, const RECT *rect, HBITMAP bitmap);
+/* The bitmap centred in rect, ANDed: a monochrome glyph's black pixels. */
+BOOL QVAPI UIMonoBlt(HDC dc, const RECT *rect, HBITMAP bitmap);
+/* rect filled with copies from its top-left corner; the last row and column
+   are clipped, never scaled. */
+BOOL QVAPI UITileBitmap(HDC dc, const RECT *rect, HBITMAP bitmap);
+
+/* ---- New bitmaps ---------------------------------------------------------- */
+
+/* A copy compatible with dc, each pixel ANDed with the colour (a disabled
+   look with a dithered colour).  Failing memory DCs record RV_UserError. */
+HBITMAP QVAPI UICreateDitheredBitmap(HDC dc, HBITMAP bitmap, COLORREF colour);
+/* A copy in the same format with every pixel of `from` turned into `to`.
+   Only screen-depth and monochrome bitmaps can be recoloured. */
+HBITMAP QVAPI UIChangeBitmapColor(HBITMAP bitmap, COLORREF from, COLORREF to);
+
+/* ---- Frames ---------------------------------------------------------------- */
+
+/* 1-pixel top and left edges with one brush, bottom and right with the
+   other, then the inside filled when fillBrush is given.  A failure to
+   select the second brush gives 0 with nothing recorded. */
+BOOL QVAPI UIFrameAndFillRect(HDC dc, const RECT *rect, HBRUSH fillBrush, HBRUSH topLeft, HBRUSH bottomRight);
+/* A sunken two-pixel trough in the button shadow and highlight colours. */
+BOOL QVAPI UITroughRect(HDC dc, const RECT *rect);
+
+/* Edges of Draw3DFrame, painted in this order. */
+#define QV_FRAME_TOP 0x0004
+#define QV_FRAME_LEFT 0x0001
+#define QV_FRAME_RIGHT 0x0002
+#define QV_FRAME_BOTTOM 0x0008
+#define QV_FRAME_SHORTBOTTOM 0x1000 /* the bottom edge stops 2 pixels short */
+/* 1-pixel edges: top and left in topLeft, right and bottom in bottomRight,
+   painted opaquely in the background colour, which is restored. */
+void QVAPI Draw3DFrame(HDC dc, const RECT *rect, COLORREF topLeft, COLORREF bottomRight, UINT flags);
+
+/* ---- Regions ---------------------------------------------------------------- */
+
+/* The pixels of exactly this colour (mirrored: flipped left to right). */
+HRGN QVAPI UICreateBitmapRegion(HBITMAP bitmap, COLORREF colour, BOOL mirror);
+/* The non-transparent pixels of a shape symmetric about both axes, one span
+   per row, read from the top-left quarter; 0xFFFFFFFF keys on the top-left
+   pixel. */
+HRGN QVAPI UICreateMirroredBitmapRegion(HBITMAP bitmap, COLORREF transparent);
+/* A rounded rectangle whose corners are those GDI's Ellipse draws. */
+HRGN QVAPI UICreateRoundRectRegion(int left, int top, int right, int bottom, int ellipseW, int ellipseH);
+#endif /* _WIN32 */
 
 QV_EXTERN_C_END
 

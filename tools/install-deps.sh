@@ -11,7 +11,7 @@ need=()
 have() { dpkg-query -W -f='${Status}\n' "$1" 2>/dev/null | grep -q '^install ok installed'; }
 for p in gcc-mingw-w64-i686 g++-mingw-w64-i686 binutils-mingw-w64-i686 wine wine32:i386 wine64 \
          xvfb xauth cmake googletest gcc-multilib g++-multilib clang libclang-rt-14-dev make \
-         lld llvm; do
+         lld llvm fonts-wine; do
   have "$p" || need+=("$p")
 done
 [ ${#need[@]} -eq 0 ] && exit 0
