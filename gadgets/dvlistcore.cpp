@@ -536,7 +536,9 @@ void dvJump(DvBox *box, int32_t top)
     box->base = centredStart(box, box->cacheSize);
     box->pastTop = box->pastBottom = false;
     box->shift = 0;
+    box->jumpingLast = toLast;
     dvFill(box);
+    box->jumpingLast = false;
     box->bounds &= static_cast<uint16_t>(~(DVB_ASKFIRST | DVB_ASKLAST));
     box->pastTop = box->pastBottom = false;
     /* The owner has numbered the end it delivered: show it. */
@@ -674,6 +676,13 @@ void dvSetAbsoluteBottom(DvBox *box, int32_t index)
     releaseOutside(box, LowestIndex, last + 1);
     box->bounds |= DVB_LASTKNOWN;
     box->renumberedBottom = true;
+    if (box->jumpingLast) {
+        /* An open list's end lay further than seen: move the window there
+           before the last items arrive, or they would stretch the cache
+           over the whole distance. */
+        box->top = clampTop(box, int64_t(dvExtent(box)) - box->visible);
+        moveWindow(box, centredStart(box, box->cacheSize));
+    }
     box->top = clampTop(box, box->top);
     dvPlace(box);
 }
