@@ -12,6 +12,7 @@
 #include "qviso32.h"
 
 void showErrorText(void); /* kit_demo.c */
+void showGraphics(void); /* graphics_demo.c */
 
 static void showStartUp(void)
 {
@@ -220,6 +221,7 @@ int main(int argc, char **argv)
     showDates();
     showErrorBoxes();
     showTypedDate(typedDate(argc, argv));
+    showGraphics();
     DrailufInstanceStop(0);
     return 0;
 }
