@@ -297,7 +297,7 @@ const Call kCalls[] = {
     {"UIMaskBlt", false, "G-", [](Scene &a) {
          return UIMaskBlt(a.canvas.dc, 1, 1, kCX, kCY, a.source.dc, 0, 0, sourcePixel(0, 0)) != 0;
      }},
-    {"UIMaskBltWithFlicker", false, "GGGG", [](Scene &a) {
+    {"UIMaskBltWithFlicker", false, "GGG", [](Scene &a) {
          return UIMaskBltWithFlicker(a.canvas.dc, &a.rect, a.image.bitmap, nullptr, sourcePixel(0, 0)) != 0;
      }},
     {"UIMaskBltNoFlicker", true, "GGGGG", [](Scene &a) {
@@ -325,7 +325,7 @@ const Call kCalls[] = {
     {"UICreateDitheredBitmap", false, "UUGG", [](Scene &a) {
          return gave(UICreateDitheredBitmap(a.canvas.dc, a.image.bitmap, RGB(128, 128, 128)));
      }},
-    {"UIChangeBitmapColor", false, "GGGGGGG", [](Scene &a) {
+    {"UIChangeBitmapColor", false, "GGGGGG", [](Scene &a) {
          return gave(UIChangeBitmapColor(a.image.bitmap, sourcePixel(1, 1), 0));
      }},
     {"UIFrameAndFillRect", false, "", [](Scene &a) {
