@@ -11,8 +11,8 @@ extern HMODULE ResourceModule;     /* the resource library holding every user-vi
 extern char *AppNameText;          /* string 1: last-resort caption of error boxes */
 extern char *FallbackMessageText;  /* string 10003: shown when a message cannot be */
 extern char *ProfileFileName;      /* string 9: the library's private profile file */
-extern char *ReservedText800;      /* strings 800 and 801: loaded and kept, not used here */
-extern char *ReservedText801;
+extern char *ProductVersionText;   /* string 800, kept for the application; unused here */
+extern char *CopyrightText;        /* string 801, kept for the application; unused here */
 extern UINT HelpMessage;           /* the registered "WM_VEL_HELP" message */
 extern int Initialised;            /* 1 after a successful start */
 extern int32_t InstanceCount;      /* DrailufInstanceStart calls not yet stopped */

@@ -7,6 +7,7 @@
 #include "../base/globals.h"
 #include "resource.h"
 #include "qvcore.h"
+#include "qverror.h"
 
 namespace {
 HMODULE ResourceLibrary;
@@ -46,4 +47,12 @@ void OSStopResource()
 extern "C" HMODULE QVAPI ResourceGetHandle(void)
 {
     return ResourceLibrary;
+}
+
+extern "C" HBITMAP QVAPI ResourceLoadBitmap(uint32_t id)
+{
+    HBITMAP bitmap = ResourceLibrary ? LoadBitmapA(ResourceLibrary, MAKEINTRESOURCEA(id)) : nullptr;
+    if (!bitmap)
+        OSErrorSetErrorInfo(RV_UserError, reinterpret_cast<void *>(&LoadBitmapA));
+    return bitmap;
 }

@@ -12,6 +12,9 @@
 #include "qviso32.h"
 
 void showErrorText(void); /* kit_demo.c */
+void showTimeGad(void);   /* timegad_demo.c */
+void showDialogs(void);   /* dialogs_demo.c */
+void showVList(void);     /* vlist_demo.c */
 void showGraphics(void); /* graphics_demo.c */
 
 static void showStartUp(void)
@@ -209,6 +212,8 @@ static const char *typedDate(int argc, char **argv)
     return line;
 }
 
+void showNamed(void); /* named_demo.c */
+
 int main(int argc, char **argv)
 {
     if (!DrailufInstanceStart(0, 0)) {
@@ -220,7 +225,11 @@ int main(int argc, char **argv)
     showErrorText();
     showDates();
     showErrorBoxes();
+    showNamed();
     showTypedDate(typedDate(argc, argv));
+    showTimeGad();
+    showDialogs();
+    showVList();
     showGraphics();
     DrailufInstanceStop(0);
     return 0;

@@ -30,8 +30,8 @@ struct CodeFacts {
 
 /* Each code's default mode and argument rule, from the table of result codes. */
 constexpr CodeFacts kCodeFacts[RV_CODE_COUNT] = {
-#define QV_FACTS_NAMED(value, name, mode, args, doc) {mode, {{QV_UNPAREN args}}},
-#define QV_FACTS_UNNAMED(value, mode, args, doc) {mode, {{QV_UNPAREN args}}},
+#define QV_FACTS_NAMED(value, name, mode, args, shown, doc) {mode, {{QV_UNPAREN args}}},
+#define QV_FACTS_UNNAMED(value, mode, args, shown, doc) {mode, {{QV_UNPAREN args}}},
     QV_RV_TABLE(QV_FACTS_NAMED, QV_FACTS_UNNAMED)
 #undef QV_FACTS_NAMED
 #undef QV_FACTS_UNNAMED

@@ -23,8 +23,8 @@ struct CodeName {
 
 /* Names by code, from the table of result codes; the unnamed stay null. */
 constexpr std::array<const char *, RV_CODE_COUNT> kRVNameByCode = {
-#define QV_NAME_NAMED(value, name, mode, args, doc) "RV_" #name,
-#define QV_NAME_UNNAMED(value, mode, args, doc) nullptr,
+#define QV_NAME_NAMED(value, name, mode, args, shown, doc) "RV_" #name,
+#define QV_NAME_UNNAMED(value, mode, args, shown, doc) nullptr,
     QV_RV_TABLE(QV_NAME_NAMED, QV_NAME_UNNAMED)
 #undef QV_NAME_NAMED
 #undef QV_NAME_UNNAMED
@@ -32,8 +32,8 @@ constexpr std::array<const char *, RV_CODE_COUNT> kRVNameByCode = {
 
 /* The table has one row per code, in order, and qvrv.h agrees with it. */
 constexpr uint32_t kRowValues[] = {
-#define QV_VALUE_NAMED(value, name, mode, args, doc) value,
-#define QV_VALUE_UNNAMED(value, mode, args, doc) value,
+#define QV_VALUE_NAMED(value, name, mode, args, shown, doc) value,
+#define QV_VALUE_UNNAMED(value, mode, args, shown, doc) value,
     QV_RV_TABLE(QV_VALUE_NAMED, QV_VALUE_UNNAMED)
 #undef QV_VALUE_NAMED
 #undef QV_VALUE_UNNAMED
@@ -47,8 +47,8 @@ constexpr bool rowsInOrder()
     return true;
 }
 static_assert(rowsInOrder());
-#define QV_CHECK_NAMED(value, name, mode, args, doc) static_assert(RV_##name == value);
-#define QV_CHECK_UNNAMED(value, mode, args, doc)
+#define QV_CHECK_NAMED(value, name, mode, args, shown, doc) static_assert(RV_##name == value);
+#define QV_CHECK_UNNAMED(value, mode, args, shown, doc)
 QV_RV_TABLE(QV_CHECK_NAMED, QV_CHECK_UNNAMED)
 #undef QV_CHECK_NAMED
 #undef QV_CHECK_UNNAMED

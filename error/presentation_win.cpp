@@ -2,13 +2,13 @@
  * Error presentation: the recorded error, taken and cleared, shown to the
  * user in a message box over the application's window.
  *
- * Each code has its message string, icon and particulars in one table. A
- * presentation is bracketed by UIBusy, so nothing is recorded while it runs
- * and an error raised by a callback or a message function is never shown; the
- * live error is always clear when a presentation ends.
+ * Each code's message string, icon and particulars come from the table of
+ * result codes (rvtable.h).  A presentation is bracketed by UIBusy, so
+ * nothing is recorded while it runs and an error raised by a callback or a
+ * message function is never shown; the live error is always clear when a
+ * presentation ends.
  */
-#include <algorithm>
-#include <array>
+#include <iterator>
 #include <stdio.h>
 #include <string.h>
 
@@ -20,6 +20,7 @@
 #include "errormessage.h"
 #include "qvcore.h"
 #include "resource_ids.h"
+#include "rvtable.h"
 
 namespace {
 
@@ -35,7 +36,6 @@ enum MessageArgs : uint8_t {
 
 /* How a code is presented. */
 enum MessageKind : uint8_t {
-    K_Unset,    /* a hole in the table: refused at compile time */
     K_Silent,   /* nothing is shown */
     K_Plain,    /* the string with its particulars */
     K_Switched, /* as K_Plain, only when the system profile's switch is on */
@@ -53,15 +53,15 @@ struct MessageRule {
     bool appCaption; /* captioned with the application's name, whatever the context */
 };
 
-struct CodeRule {
-    uint32_t first, last;
-    MessageRule rule;
-};
-
+/* The names the presentation column of the table of result codes uses. */
 constexpr uint8_t H = MB_ICONHAND, E = MB_ICONEXCLAMATION, A = MB_ICONASTERISK;
 constexpr MessageRule kSilent{K_Silent, 0, 0, M_None, false};
 constexpr MessageRule kInternal{K_Plain, IDS_ERR_INTERNAL, H, M_Name, false};
 constexpr MessageRule kFailure{K_Plain, IDS_ERR_FAILURE, H, M_Name, false};
+constexpr MessageRule kOSError{K_OSError, 0, 0, M_None, false};
+constexpr MessageRule kExecute{K_Execute, IDS_ERR_EXECUTE_BASE, A, M_Detail, false};
+constexpr MessageRule kAccess{K_Access, IDS_ERR_ACCESS_VIOLATION, H, M_None, false};
+constexpr MessageRule kFocus{K_Focus, 0, A, M_None, false};
 
 constexpr MessageRule plain(uint16_t id, uint8_t icon, MessageArgs args = M_None)
 {
@@ -71,99 +71,22 @@ constexpr MessageRule titled(uint16_t id, uint8_t icon, MessageArgs args = M_Non
 {
     return {K_Plain, id, icon, args, true};
 }
-
-constexpr CodeRule kCodeRules[] = {
-    {0, 0, kSilent}, {7, 7, kSilent}, {9, 13, kSilent}, {28, 36, kSilent}, {39, 43, kSilent},
-    {45, 47, kSilent}, {51, 56, kSilent}, {58, 65, kSilent}, {67, 67, kSilent}, {69, 70, kSilent},
-    {72, 73, kSilent}, {77, 77, kSilent}, {79, 80, kSilent}, {86, 86, kSilent}, {97, 97, kSilent},
-
-    {RV_Failure, RV_Failure, {K_Switched, IDS_ERR_FAILURE, H, M_Name, false}},
-    {RV_OutOfDisk, RV_OutOfDisk, plain(IDS_ERR_OUT_OF_DISK, A, M_Detail)},
-    {RV_OutOfLocalMemory, RV_OutOfLocalMemory, plain(IDS_ERR_OUT_OF_LOCAL_MEMORY, H, M_Param3)},
-    {RV_OutOfGlobalMemory, RV_OutOfGlobalMemory, plain(IDS_ERR_OUT_OF_GLOBAL_MEMORY, A, M_Param1)},
-    {RV_UserError, RV_GDIError, plain(IDS_ERR_SYSTEM_RESOURCES, A)},
-    {RV_RecordLocked, RV_RecordLocked, plain(IDS_ERR_RECORD_LOCKED, A)},
-    {RV_AssertionFailure, RV_StageFailure, kFailure},
-    {RV_FileCreationError, RV_FileCreationError, plain(IDS_ERR_FILE_CREATION, A, M_Detail)},
-    {RV_ClipboardAlreadyOpen, RV_ClipboardAlreadyOpen, plain(IDS_ERR_CLIPBOARD_OPEN, A)},
-    {RV_NoFile, RV_NoFile, plain(IDS_ERR_NO_FILE, A, M_Detail)},
-    {RV_IntegrityFailure, RV_IntegrityFailure, plain(IDS_ERR_INTEGRITY, A, M_Detail)},
-    {RV_FileExists, RV_FileExists, plain(IDS_ERR_FILE_EXISTS, A, M_Detail)},
-    {RV_OSError, RV_OSError, {K_OSError, 0, 0, M_None, false}},
-    {RV_ForceOSError, RV_ForceOSError, kInternal},
-    {RV_SeekFailure, RV_SeekFailure, kFailure},
-    {RV_ReadFailure, RV_ReadFailure, plain(IDS_ERR_READ_FAILURE, H, M_Detail)},
-    {RV_WriteFailure, RV_WriteFailure, plain(IDS_ERR_WRITE_FAILURE, H, M_Detail)},
-    {RV_MediaFailure, RV_MediaFailure, kFailure},
-    // A broken free list is reported as a read failure, deliberately.
-    {RV_FreeListFailure, RV_FreeListFailure, plain(IDS_ERR_READ_FAILURE, H, M_Detail)},
-    {RV_KernelError, RV_KernelError, kInternal},
-    {RV_ExecuteError, RV_ExecuteError, {K_Execute, IDS_ERR_EXECUTE_BASE, A, M_Detail, false}},
-    {RV_AccessViolation, RV_AccessViolation, {K_Access, IDS_ERR_ACCESS_VIOLATION, H, M_None, false}},
-    {RV_NetworkDirectoryError, RV_NetworkNetDLLError, kInternal},
-    {RV_UnexpectedCommError, RV_UnexpectedCommError, plain(IDS_ERR_UNEXPECTED_COMM, H, M_Detail)},
-    {RV_FreetimeError, RV_FreetimeError, kInternal},
-    {RV_InvalidPlatformFile, RV_InvalidPlatformFile, plain(IDS_ERR_INVALID_FILE_NAME, A, M_Detail)},
-    {71, 71, plain(IDS_ERR_FORMATTED, H, M_Text2)},
-    {RV_BadDIB, RV_BadDIB, plain(IDS_ERR_BAD_DIB, A)},
-    {RV_BadMetafile, RV_BadMetafile, plain(IDS_ERR_BAD_METAFILE, A)},
-    {RV_PrinterError, RV_PrinterError, plain(IDS_ERR_PRINTER, A)},
-    {RV_NoPrinterConnected, RV_NoPrinterConnected, plain(IDS_ERR_NO_PRINTER, A)},
-    {RV_WriteProtect, RV_WriteProtect, plain(IDS_ERR_WRITE_PROTECT, H, M_Detail)},
-    {RV_NetworkAccessDenied, RV_NetworkAccessDenied, plain(IDS_ERR_NETWORK_ACCESS_DENIED, H, M_Detail)},
-    {RV_LinkSelf, RV_LinkSelf, plain(IDS_ERR_LINK_SELF, A)},
-    {RV_LinkAlready, RV_LinkAlready, plain(IDS_ERR_LINK_ALREADY, A)},
-    {RV_RemoteDelete, RV_RemoteDelete, plain(IDS_ERR_REMOTE_DELETE, E)},
-    {RV_TableExists, RV_TableExists, plain(IDS_ERR_TABLE_EXISTS, A, M_Detail)},
-    {RV_Vel10FileCorrupt, RV_Vel10FileCorrupt, titled(IDS_ERR_OLD_FILE_CORRUPT, H, M_Detail)},
-    {RV_AccessDenied, RV_AccessDenied, plain(IDS_ERR_ACCESS_DENIED, H, M_Detail)},
-    {RV_BadPath, RV_BadPath, plain(IDS_ERR_BAD_PATH, A, M_Detail)},
-    {RV_BufferNotLocked, RV_BufferNotLocked, kInternal},
-    {RV_TableDeleted, RV_TableDeleted, titled(IDS_ERR_TABLE_DELETED, A)},
-    {RV_BadInstall, RV_BadInstall, titled(IDS_ERR_BAD_INSTALL, A)},
-    {94, 94, {K_Focus, 0, A, M_None, false}},
-    {RV_ODBCError, RV_ODBCError, kInternal},
-    {RV_FieldOverflow, RV_FieldOverflow, titled(IDS_ERR_FIELD_OVERFLOW, A)},
-    {RV_NotSchedulingFile, RV_NotSchedulingFile, titled(IDS_ERR_NOT_SCHEDULE_FILE, A, M_Detail)},
-    {RV_BadPassword, RV_BadPassword, titled(IDS_ERR_BAD_PASSWORD, A)},
-    {RV_CriticalFault, RV_CriticalFault, kFailure},
-    {101, 101, kInternal},
-    {RV_NoSchema, RV_NoSchema, plain(IDS_ERR_NO_SCHEMA, A, M_Detail)},
-    {RV_WrongMetafileFormat, RV_WrongMetafileFormat, plain(IDS_ERR_WRONG_METAFILE_FORMAT, A)},
-    {RV_WrongBackupFilePath, RV_WrongBackupFilePath, plain(IDS_ERR_WRONG_BACKUP_PATH, A)},
-    {105, 105, plain(IDS_ERR_EXCHANGE_START, A, M_Detail)},
-    {106, 106, plain(IDS_ERR_EXCHANGE_REFUSED, A, M_Detail)},
-    {107, 107, plain(IDS_ERR_EXCHANGE_NO_REPLY, A, M_Detail)},
-    {108, 108, plain(IDS_ERR_EXCHANGE_TOO_LARGE, A, M_Detail)},
-    {109, 109, plain(IDS_ERR_EXCHANGE_MAPPING, A, M_Detail)},
-    {110, 110, plain(IDS_ERR_EXCHANGE_WRITE, A, M_Detail)},
-    {111, 111, plain(IDS_ERR_EXCHANGE_NOT_OPEN, A, M_Detail)},
-    {112, 112, plain(IDS_ERR_EXCHANGE_FORMAT, A, M_Detail)},
-    {113, 113, plain(IDS_ERR_EXCHANGE_NEWER, A, M_Detail)},
-    {114, 114, plain(IDS_ERR_EXCHANGE_DAMAGED, A, M_Detail)},
-    {115, 115, plain(IDS_ERR_EXCHANGE_NOTHING, A, M_Detail)},
-    {116, 116, plain(IDS_ERR_EXCHANGE_SKIPPED, A, M_Detail)},
-    {RV_NoWWWBrowserFound, RV_NoWWWBrowserFound, plain(IDS_ERR_NO_WEB_BROWSER, A)},
-};
-
-/* The rule of every code that has a mode; codes above them take kInternal. */
-constexpr std::array<MessageRule, RV_CODE_COUNT> kMessageRules = [] {
-    std::array<MessageRule, RV_CODE_COUNT> rules{};
-    for (const CodeRule &entry : kCodeRules)
-        for (uint32_t code = entry.first; code <= entry.last; code++)
-            rules[code] = entry.rule;
-    return rules;
-}();
-
-constexpr bool everyCodeHasOneRule()
+constexpr MessageRule switched(uint16_t id, uint8_t icon, MessageArgs args = M_None)
 {
-    std::array<int, RV_CODE_COUNT> uses{};
-    for (const CodeRule &entry : kCodeRules)
-        for (uint32_t code = entry.first; code <= entry.last; code++)
-            uses[code]++;
-    return std::all_of(uses.begin(), uses.end(), [](int n) { return n == 1; });
+    return {K_Switched, id, icon, args, false};
 }
-static_assert(everyCodeHasOneRule(), "every code from 0 to 117 has exactly one message rule");
+
+/* Each code's rule, by value (the table's rows are in order: see
+   errortext.cpp); codes above them take kInternal.  A broken free list (27)
+   is shown as a read failure, deliberately. */
+constexpr MessageRule kMessageRules[] = {
+#define QV_RULE_NAMED(value, name, mode, args, shown, doc) shown,
+#define QV_RULE_UNNAMED(value, mode, args, shown, doc) shown,
+    QV_RV_TABLE(QV_RULE_NAMED, QV_RULE_UNNAMED)
+#undef QV_RULE_NAMED
+#undef QV_RULE_UNNAMED
+};
+static_assert(std::size(kMessageRules) == RV_CODE_COUNT);
 
 const MessageRule &ruleOf(RV code)
 {
@@ -329,7 +252,6 @@ int presentSnapshot(UIErrorMessageFunc show, HWND owner, uint32_t style)
 {
     const MessageRule &rule = ruleOf(Snapshot.Code);
     switch (rule.kind) {
-    case K_Unset:
     case K_Silent: return IDCANCEL;
     case K_Switched:
         if (GetProfileIntA("Defensive", "ShowUIRVFailure", 0) == 0)

@@ -3,7 +3,16 @@
 list(APPEND QV_PORTABLE_SOURCES gadgets/lcdcolour.cpp)
 list(APPEND QV_WINDOWS_SOURCES gadgets/register_win.cpp gadgets/gadget_win.cpp gadgets/gadutil_win.cpp
      gadgets/colorpicker_win.cpp gadgets/placeholders_win.cpp)
-# stand-ins until the time gadgets, the dialog tabs and the list boxes bring their own
-list(APPEND QV_WINDOWS_SOURCES gadgets/timegad_placeholders_win.cpp)
-list(APPEND QV_WINDOWS_SOURCES gadgets/tabs_placeholders_win.cpp)
-list(APPEND QV_WINDOWS_SOURCES gadgets/vlist_placeholders_win.cpp)
+# the time bars' arithmetic and the list box gadget's text
+list(APPEND QV_PORTABLE_SOURCES gadgets/timecalc.cpp gadgets/lbtext.cpp)
+# the time bars
+list(APPEND QV_WINDOWS_SOURCES gadgets/timebar_win.cpp gadgets/timetracker_win.cpp gadgets/timesetter_win.cpp)
+# the list box gadget
+list(APPEND QV_WINDOWS_SOURCES gadgets/qvlistbox_win.cpp)
+# the virtual list boxes: portable engines, windows and painting over them
+list(APPEND QV_PORTABLE_SOURCES gadgets/vlistcore.cpp gadgets/dvlistcore.cpp)
+list(APPEND QV_WINDOWS_SOURCES gadgets/vlistbox_win.cpp gadgets/dvlistbox_win.cpp gadgets/vlistpaint_win.cpp)
+# the colour picker's palette and names
+list(APPEND QV_PORTABLE_SOURCES gadgets/colornames.cpp)
+# the gauge
+list(APPEND QV_WINDOWS_SOURCES gadgets/gasgauge_win.cpp)

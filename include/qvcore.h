@@ -26,6 +26,14 @@ int QVAPI NetDLLGetVersion(char *buffer);
 HMODULE QVAPI ResourceGetHandle(void);
 /* The user's language as two capital letters ("EN" for English); a static text. */
 const char *QVAPI OSGet2CharacterLanguageString(void);
+#ifdef _WIN32
+/* Bitmap resource `id` of the resource library; the caller deletes it.
+   0 after recording RV_UserError. */
+HBITMAP QVAPI ResourceLoadBitmap(uint32_t id);
+#endif
+/* The first character of the user's list separator (the comma when it is not
+   set); read from the settings on every call. */
+char QVAPI OSGetSeparator(void);
 
 /* ---- profile settings */
 
@@ -63,6 +71,58 @@ int QVAPI OSWriteProfileString(const char *section, const char *key, const char 
 /* Stores a 32-bit number value; 1, or 0 after recording RV_WriteFailure. */
 int QVAPI OSWriteProfileInt(const char *section, const char *key, uint32_t value, const char *fileName,
                             uint32_t flags);
+
+/* ---- locale queries */
+
+/*
+ * The user's number settings, read from "Control Panel\International" (the
+ * system profile's "Intl" section behind it) on every call, so changes are
+ * seen at once.  A setting that is missing, empty or out of range gives the
+ * United States value shown in brackets.  Nothing is recorded.
+ */
+
+/* The first character of the decimal separator ('.'). */
+char QVAPI OSGetDecimalSeparator(void);
+/* The first character of the thousands separator (','). */
+char QVAPI OSGetThousandSeparator(void);
+/* The country code, the international telephone prefix, 1 to 999 (1). */
+UINT QVAPI OSGetCountryCode(void);
+/* The measurement system: 0 metric, 1 United States (1). */
+UINT QVAPI OSGetMeasure(void);
+/* Where the minus sign of a negative number goes, 0 to 4 (1): 0 "(1.1)",
+   1 "-1.1", 2 "- 1.1", 3 "1.1-", 4 "1.1 -". */
+UINT QVAPI OSGetNegativeNumberFormat(void);
+/* The system's ANSI code page. */
+UINT QVAPI OSGetCodePage(void);
+
+/* ---- resource texts, help and dialogs */
+
+/* Copies string `id` of the resource library into buffer (size bytes with
+   the NUL; a longer text is cut) and returns its length.  0 with an empty
+   buffer after recording RV_StringNonExistant (the id); 0 with RV_BadParms
+   for a null buffer or a size below 2. */
+int QVAPI ResourceLoadString(uint32_t id, char *buffer, int size);
+/* Names the help file OSHelp opens when the application does not answer a
+   help request itself; null or "" forgets it.  TRUE, or FALSE after
+   recording RV_OutOfLocalMemory (the file named before stays named). */
+BOOL QVAPI OSSetHelpFile(const char *path);
+#ifdef _WIN32
+/* Asks for help: sends the registered "WM_VEL_HELP" message (wParam command,
+   lParam data) to owner's top-level window; a non-zero answer means it was
+   handled.  Otherwise the help file of OSSetHelpFile is opened with the
+   system's help viewer (command and data as WinHelp takes them).  FALSE
+   after recording RV_NoNamedFile ("help") when no file is named, or
+   RV_UserError when the viewer fails. */
+BOOL QVAPI OSHelp(HWND owner, UINT command, ULONG_PTR data);
+/* A modal dialog from template `id` of the resource library: the result of
+   EndDialog, or -1 after recording RV_UserError when the template is
+   missing or the dialog cannot be created (a dialog that ends itself with
+   -1 is recorded the same way). */
+INT_PTR QVAPI OSDialogBox(HWND owner, uint32_t id, DLGPROC procedure, LPARAM param);
+/* A modeless dialog from template `id` of the resource library; null after
+   recording RV_UserError. */
+HWND QVAPI OSCreateDialog(HWND owner, uint32_t id, DLGPROC procedure, LPARAM param);
+#endif
 
 /* ---- files and locking */
 

@@ -27,6 +27,234 @@ int QVAPI UnRegisterGadgets(void);
 /* Non-zero: the time gadgets choose text colours for liquid-crystal screens. */
 void QVAPI Gadgets_LCDOption(uint32_t on);
 
+
+/* ---- Time bars: TimeTracker and TimeSetter ------------------------------
+ * Messages of the two classes (results 1, or -1 on failure, unless said)
+ * and the busy-block record of the TimeTracker.  Times are passed as
+ * OSDateTime pointers in the second message argument.  Both notify their
+ * parent with WM_COMMAND: 100 failed, 200 changed, 300 focus gained, 400
+ * focus lost; the TimeTracker also 500 day changed and 600 start set with
+ * QVTT_SETSTARTKEEP under style QVTTS_NOTIFYSTART.
+ */
+#define QVTT_SETDAY 0x401       /* day to show */
+#define QVTT_SETHOURS 0x402     /* wp: hours shown, 1..24 */
+#define QVTT_SETBKCOLOR 0x403   /* lp: COLORREF */
+#define QVTT_GETDAY 0x404
+#define QVTT_GETBKCOLOR 0x405
+#define QVTT_GETSTART 0x406
+#define QVTT_SETSTART 0x407
+#define QVTT_GETEND 0x408
+#define QVTT_SETEND 0x409
+#define QVTT_SETDURATION 0x40A  /* lp: minutes low word, hours high word */
+#define QVTT_GETDURATION 0x40B
+#define QVTT_GETSNAP 0x40C
+#define QVTT_GETGRANULARITY 0x40D
+#define QVTT_SETSNAP 0x40E      /* wp: minutes, 1..255 */
+#define QVTT_SETGRANULARITY 0x40F /* wp: minutes, 1..59 */
+#define QVTT_GETHOURS 0x410
+#define QVTT_SETSTARTKEEP 0x411 /* start, keeping the duration */
+#define QVTT_ADDBUSY 0x412      /* wp: identifier, lp: TTBusyBlock * */
+#define QVTT_REMOVEBUSY 0x413   /* wp: identifier */
+#define QVTT_GETPREFSIZE 0x414  /* width low word, height high word */
+#define QVTT_SETBUSY 0x415      /* wp: count, lp: TTBusyBlock array */
+#define QVTT_CLEARBUSY 0x416
+#define QVTT_TIMEX 0x417        /* x pixel of a time */
+#define QVTT_GETRANGECOLOR 0x418
+#define QVTT_FINDFREE 0x419     /* in: search from; out: the free start */
+
+#define QVTTS_NOTIFYSTART 0x0004 /* notification 600 after QVTT_SETSTARTKEEP */
+#define QVTTS_TEXTISEND 0x0008   /* window text gives the range's end */
+#define QVTTS_INDAY 0x0020       /* the range stays inside its day */
+
+#define QVTS_SETFIRST 0x401     /* first time shown */
+#define QVTS_SETHOURS 0x402     /* wp: hours shown, 0..24 */
+#define QVTS_GETHOURS 0x403
+#define QVTS_SETBKCOLOR 0x404   /* lp: COLORREF */
+#define QVTS_GETFIRST 0x405
+#define QVTS_GETBKCOLOR 0x406
+#define QVTS_GETTIME 0x407
+#define QVTS_SETTIME 0x408
+#define QVTS_SETSNAP 0x409      /* wp: minutes, 1..255 */
+#define QVTS_SETGRANULARITY 0x40A /* wp: minutes, 1..59 */
+#define QVTS_GETSNAP 0x40B
+#define QVTS_GETGRANULARITY 0x40C
+
+/* A busy block of the TimeTracker: start and end in minutes from
+   1 January 1800, 00:00.  The gadget stores the identifier it was added
+   with and clears `flags` when blocks are set as a whole. */
+typedef struct TTBusyBlock {
+    uint32_t startMinutes;
+    uint32_t endMinutes;
+    uint32_t reserved2;
+    uint32_t identifier;
+    uint32_t flags;
+    uint32_t reserved5;
+} TTBusyBlock;
+#if defined(__cplusplus) && __cplusplus >= 201103L
+static_assert(sizeof(TTBusyBlock) == 24 && offsetof(TTBusyBlock, identifier) == 12,
+              "busy blocks are 24 bytes, identifier in the fourth word");
+#endif
+
+/* ---- Virtual list boxes: the owner callback ------------------------------
+ * Both list boxes call their owner as callback(window, code, record, user);
+ * the result is ignored.  The records (all fields 32-bit) by code:
+ */
+typedef void(QVCALLBACK *VListBoxCallback)(HWND window, uint32_t code, void *record, uint32_t user);
+
+enum {
+    VLBC_START = 1,     /* VLBStart: the list starts */
+    VLBC_FETCH = 2,     /* VLBFetch (DVLBFetch): answer with AddString/AddItemData */
+    VLBC_RELEASE = 5,   /* VLBRelease: an item leaves the cache */
+    VLBC_MEASURE = 6,   /* VLBMeasure: owner-drawn item height */
+    VLBC_DRAW = 7,      /* VLBDraw: owner-drawn item */
+    VLBC_SELCHANGE = 8, /* VLBSelChange: selection changed by the user */
+    VLBC_FAILED = 9,    /* no record: an operation of the control failed */
+    VLBC_DBLCLK = 10,   /* VLBIndex: double-click */
+    VLBC_SETFOCUS = 11, /* VLBWindow: the window that lost the focus */
+    VLBC_KILLFOCUS = 12,/* VLBWindow: the window that gains it */
+    VLBC_CHAR = 14,     /* VLBChar: a typed character */
+    VLBC_FINDTEXT = 15, /* VLBFindText: window text set; find its item */
+    VLBC_GETTEXT = 16,  /* VLBGetText: the selected item's text for the window text */
+    VLBC_JUMP = 17,     /* DVLBFetch: the dynamic list jumps to its first or last items */
+    VLBC_DESTROY = 19   /* no record: the control is being destroyed */
+};
+
+/* Notification codes in WM_COMMAND's high word. */
+enum { VLBN_SETFOCUS = 11, VLBN_KILLFOCUS = 12, VLBN_SELCHANGE = 17, VLBN_RELEASED = 18 };
+
+/* Drawing states of VLBDraw. */
+enum { VLBS_SELECTED = 1, VLBS_CARET = 16 };
+
+/* Start markers of a dynamic list's fetch, and its "no index". */
+#define DVLB_NONE ((int32_t)0x80000000)
+#define DVLB_FIRST ((int32_t)0x80000001)
+#define DVLB_LAST ((int32_t)0x7FFFFFFF)
+
+typedef struct { uint32_t show, fillSize; } VLBStart;
+typedef struct { uint32_t first, last; } VLBFetch;     /* inclusive */
+typedef struct { int32_t start; uint32_t count; } DVLBFetch; /* start: an index or a marker */
+typedef struct { int32_t index; uint32_t data; char *text; } VLBRelease;
+typedef struct { HDC dc; uint32_t zero; int32_t width, height, zero2; } VLBMeasure;
+typedef struct {
+    int32_t index; uint32_t zero, state; HDC dc;
+    int32_t left, top, right, bottom;
+    uint32_t data; char *text;
+} VLBDraw;
+typedef struct { uint32_t zero; } VLBSelChange;
+typedef struct { int32_t index; } VLBIndex;
+typedef struct { HWND window; } VLBWindow;
+typedef struct { uint32_t ch, repeat; } VLBChar;
+typedef struct { const char *text; int32_t result; } VLBFindText;
+typedef struct { char *buffer; int32_t index; uint32_t size; } VLBGetText;
+
+#ifdef _WIN32
+/* ---- Virtual list box (class QvVListBox) ---------------------------------
+ * Indexes are unsigned; 0xFFFFFFFF is "unknown" for a count and "none" for a
+ * selection.  Functions return 1 on success and 0 on failure (no such list,
+ * refused, or memory lacking) unless stated.
+ */
+
+/* Starts the list over: count (0xFFFFFFFF: not yet known), cache size
+   (0xFFFFFFFF: 4096; above 4096 refused), most items asked per fetch, and the
+   owner's callback with its value.  Sends code 1, then asks for the first
+   rows. */
+BOOL QVAPI VListBox_Initialize(HWND window, uint32_t count, uint32_t cacheSize, uint32_t fillSize,
+                               VListBoxCallback callback, uint32_t user);
+/* Deliver an item, normally from inside callback code 2.  AddString copies
+   the text (NUL-terminated, no length taken) and refuses an index already
+   filled; AddItemData may overwrite one.  While a getter waits for one item
+   the text is not copied: it must last until that getter returns. */
+BOOL QVAPI VListBox_AddString(HWND window, uint32_t index, const char *text, uint32_t data);
+BOOL QVAPI VListBox_AddItemData(HWND window, uint32_t index, uint32_t data);
+/* Sets the count (0xFFFFFFFF allowed), keeps the top inside it and fills. */
+BOOL QVAPI VListBox_SetNumItems(HWND window, uint32_t count);
+uint32_t QVAPI VListBox_GetNumItems(HWND window);
+/* Single selection only (-1 otherwise).  SetCurSel(-1) clears without
+   scrolling; an index becomes the top row and the caret. */
+int32_t QVAPI VListBox_GetCurSel(HWND window);
+BOOL QVAPI VListBox_SetCurSel(HWND window, int32_t index);
+int32_t QVAPI VListBox_GetCaretIndex(HWND window);
+BOOL QVAPI VListBox_SetCaretIndex(HWND window, uint32_t index);
+/* Multiple or extended selection: adds the index to the selected set; the
+   flag is ignored (this call never deselects). */
+BOOL QVAPI VListBox_SetSel(HWND window, BOOL flag, uint32_t index);
+BOOL QVAPI VListBox_GetSel(HWND window, uint32_t index);
+uint32_t QVAPI VListBox_GetSelCount(HWND window);
+/* Copies the selected indexes, ascending; the buffer must hold
+   VListBox_GetSelCount entries (no length is taken). */
+BOOL QVAPI VListBox_GetSelItems(HWND window, uint32_t *buffer);
+/* Replaces the selected set by `count` indexes, which must be ascending. */
+BOOL QVAPI VListBox_SetSelItems(HWND window, uint32_t count, const uint32_t *indexes);
+uint32_t QVAPI VListBox_GetTopIndex(HWND window);
+BOOL QVAPI VListBox_SetTopIndex(HWND window, uint32_t index);
+/* Getters fetch an item that is not cached with a one-item code 2 (also for
+   index = count) without caching it.  GetItemData: 0xFFFFFFFF on failure.
+   GetText copies into a buffer the caller sized with GetTextLen + 1 (no
+   length is taken) and returns 1 whenever the list exists. */
+uint32_t QVAPI VListBox_GetItemData(HWND window, uint32_t index);
+BOOL QVAPI VListBox_GetText(HWND window, uint32_t index, char *buffer);
+uint32_t QVAPI VListBox_GetTextLen(HWND window, uint32_t index);
+BOOL QVAPI VListBox_IsItemCached(HWND window, uint32_t index);
+
+/* ---- Dynamic virtual list box (class QvDVListBox) ------------------------
+ * Items carry a reference of the length given at initialisation (a record
+ * key; no length is taken by the calls that pass one).  Indexes are signed
+ * and relative; DVLB_NONE (0x80000000) is no index.  The owner answers code
+ * 2 (DVLBFetch: start index or DVLB_FIRST/DVLB_LAST, count) with AddString
+ * or AddItemData, and tells where the list really ends with SetAbsoluteTop,
+ * SetAbsoluteBottom, SetPastTop and SetPastBottom from inside that callback.
+ * Functions return 1 on success and 0 on failure unless stated.
+ */
+BOOL QVAPI DVListBox_Initialize(HWND window, uint32_t count, uint32_t cacheSize, uint32_t fillSize,
+                                uint32_t refLen, VListBoxCallback callback, uint32_t user);
+BOOL QVAPI DVListBox_AddString(HWND window, int32_t index, const void *ref, const char *text, uint32_t data);
+BOOL QVAPI DVListBox_AddItemData(HWND window, int32_t index, const void *ref, uint32_t data);
+BOOL QVAPI DVListBox_SetNumItems(HWND window, uint32_t count);
+/* The count, or the highest index seen plus one while unknown; -1 without a list. */
+int32_t QVAPI DVListBox_GetNumItems(HWND window);
+/* Single selection, by reference (buffers of the reference length). */
+BOOL QVAPI DVListBox_GetCurSelRef(HWND window, void *buffer);
+BOOL QVAPI DVListBox_SetCurSelRef(HWND window, const void *ref);
+int32_t QVAPI DVListBox_GetCurSel(HWND window);
+BOOL QVAPI DVListBox_SetCurSel(HWND window, int32_t index);
+BOOL QVAPI DVListBox_GetCaretRef(HWND window, void *buffer);
+BOOL QVAPI DVListBox_SetCaretRef(HWND window, const void *ref);
+int32_t QVAPI DVListBox_GetCaretIndex(HWND window);
+BOOL QVAPI DVListBox_SetCaretIndex(HWND window, int32_t index);
+/* Sets the caret by reference with updates held; a non-zero flag first
+   discards the whole cache.  Returns 1. */
+BOOL QVAPI DVListBox_SetCaretRefNReload(HWND window, const void *ref, BOOL reload);
+/* Multiple selection by reference; mode 0 removes, 1 adds, others toggle. */
+BOOL QVAPI DVListBox_GetSelRef(HWND window, const void *ref);
+BOOL QVAPI DVListBox_SetSelRef(HWND window, uint32_t mode, const void *ref);
+BOOL QVAPI DVListBox_GetSel(HWND window, int32_t index);
+BOOL QVAPI DVListBox_SetSel(HWND window, uint32_t mode, int32_t index);
+uint32_t QVAPI DVListBox_GetSelCount(HWND window);
+/* Copies count x reference length bytes; the buffer must hold them. */
+BOOL QVAPI DVListBox_GetSelItems(HWND window, void *buffer);
+BOOL QVAPI DVListBox_SetSelItems(HWND window, uint32_t count, const void *refs);
+int32_t QVAPI DVListBox_GetTopIndex(HWND window);
+/* DVLB_NONE: the current top.  A non-zero flag reloads the cache with the
+   index at the top (a jump); zero scrolls to it. */
+BOOL QVAPI DVListBox_SetTopIndex(HWND window, int32_t index, BOOL jump);
+/* Getters fetch a missing item (following renumberings, six attempts at
+   most).  GetItemData: 0xFFFFFFFF on failure; GetText returns 1 whenever the
+   list exists and copies into a buffer sized from GetTextLen. */
+uint32_t QVAPI DVListBox_GetItemData(HWND window, int32_t index);
+BOOL QVAPI DVListBox_GetText(HWND window, int32_t index, char *buffer);
+uint32_t QVAPI DVListBox_GetTextLen(HWND window, int32_t index);
+BOOL QVAPI DVListBox_GetItemRef(HWND window, int32_t index, void *buffer);
+BOOL QVAPI DVListBox_IsItemCached(HWND window, int32_t index);
+BOOL QVAPI DVListBox_IsItemVisible(HWND window, int32_t index);
+BOOL QVAPI DVListBox_FindItemInCache(HWND window, const void *ref, int32_t *index);
+BOOL QVAPI DVListBox_Invalidate(HWND window);
+BOOL QVAPI DVListBox_InvalidateItem(HWND window, int32_t index);
+BOOL QVAPI DVListBox_SetAbsoluteTop(HWND window, int32_t index);
+BOOL QVAPI DVListBox_SetAbsoluteBottom(HWND window, int32_t index);
+BOOL QVAPI DVListBox_SetPastTop(HWND window, uint32_t ignored);
+BOOL QVAPI DVListBox_SetPastBottom(HWND window, uint32_t ignored);
+#endif /* _WIN32 */
+
 #ifdef _WIN32
 /* ---- Exported window procedures ---------------------------------------- */
 LRESULT QVAPI GadPageWndProc(HWND window, UINT message, WPARAM wp, LPARAM lp);
@@ -38,6 +266,8 @@ LRESULT QVAPI GadWWndProc(HWND window, UINT message, WPARAM wp, LPARAM lp);
 LRESULT QVAPI GadTTWndProc(HWND window, UINT message, WPARAM wp, LPARAM lp);
 LRESULT QVAPI GadTSWndProc(HWND window, UINT message, WPARAM wp, LPARAM lp);
 LRESULT QVAPI GadComboWndProc(HWND window, UINT message, WPARAM wp, LPARAM lp);
+/* The subclass procedure of a QvListBox's child list box. */
+LRESULT QVAPI GadLBListboxSubProc(HWND window, UINT message, WPARAM wp, LPARAM lp);
 
 /* ---- Bitmap helpers -----------------------------------------------------
  * All return non-zero on success and 0 on failure, after recording
@@ -71,6 +301,33 @@ BOOL QVAPI GadUtilBitBlt(HDC target, const RECT *rect, HBITMAP bitmap);
 /* Ands the bitmap centred in the rectangle: a monochrome bitmap's black
    pixels are drawn, its white ones leave the target alone. */
 BOOL QVAPI GadUtilMonoBlt(HDC target, const RECT *rect, HBITMAP bitmap);
+
+/* ---- Colour picker ------------------------------------------------------
+ * Class "QvColorCombo": a combo box showing a colour's swatch and, for one
+ * of the sixteen palette colours, its name (any other colour shows without
+ * a name).  A click, F4 or Alt+Down opens a 4 x 4 palette; there the arrow
+ * keys move, Enter (or F4, Alt+Down) picks, Escape or a click elsewhere
+ * closes.  With the palette closed the arrow keys step through the palette.
+ * Every pick sends the parent WM_COMMAND with CBN_SELCHANGE; setting the
+ * colour by message does not.  The colour starts black.
+ */
+#define QVCC_SETCOLOR (WM_USER + 1) /* lParam: COLORREF; returns the previous colour */
+#define QVCC_GETCOLOR (WM_USER + 2) /* returns the colour */
+
+/* ---- Gauge --------------------------------------------------------------
+ * Class "GasGauge": a bar filled from the left to position/range, with the
+ * percentage (rounded down) centred on it, inside a surround of 2 pixels
+ * and a frame (1 pixel, or sunken).  It takes no input and sends no
+ * notification.  Setters answer the previous value.  Defaults: range
+ * 100, position 0, white background and surround, dark blue bar, flat frame.
+ */
+#define QVGG_SETRANGE 0x400         /* wParam: range, not 0 (0: refused with RV_BadParms, answers 0) */
+#define QVGG_SETPOS 0x401           /* wParam: position, above the range counts as the range; painted at once */
+#define QVGG_SETBKCOLOR 0x402       /* lParam: COLORREF of the unfilled part */
+#define QVGG_SETSURROUNDCOLOR 0x403 /* lParam: COLORREF around the bar */
+#define QVGG_SETBARCOLOR 0x404      /* lParam: COLORREF of the filled part */
+#define QVGG_GETPOS 0x405
+#define QVGG_SETSUNKEN 0x406        /* wParam: non-zero for a sunken frame */
 #endif /* _WIN32 */
 
 QV_EXTERN_C_END

@@ -82,6 +82,40 @@ BOOL QVAPI RANGEIsTIMEValid(HWND owner, const char *text);
    separator; 32-bit arithmetic that wraps from 4294968 in inches.  Returns
    what setting the item's text returned. */
 BOOL QVAPI SetDlgItemReal(HWND dialog, int itemId, uint32_t value, uint32_t metric);
+/* The reverse of SetDlgItemReal: reads the item's text as inches (metric 0)
+   or centimetres into *value, in tenths of a millimetre rounded half up.
+   The text is digits with at most one decimal separator (the user's or a
+   full stop) and blanks around it.  FALSE, with *value untouched and
+   nothing recorded, for any other text, a result past 32 bits, a missing
+   item or a null value.  Whatever SetDlgItemReal writes for a value below
+   4294968 reads back as that value. */
+BOOL QVAPI GetDlgItemReal(HWND dialog, int itemId, uint32_t *value, uint32_t metric);
+
+#ifdef _WIN32
+/*
+ * Status boxes: a modeless box with a caption, a text, a bar from 0 to 100
+ * percent and, when the operation can be cancelled, a Cancel button, for a
+ * long operation that runs in a loop on the user-interface thread.  The box
+ * is centred over its owner, which stays disabled until StatusClose (boxes
+ * over one owner are closed in the reverse order of opening).  StatusValue
+ * and StatusCanceled dispatch the box's pending messages, so the box paints
+ * and takes Cancel while the loop runs.  A handle that is not an open status
+ * box makes each function return FALSE after recording RV_BadParms.
+ */
+/* Opens a box over owner (null: over the screen); null after recording
+   RV_BadParms (owner not a window), RV_OutOfLocalMemory or RV_UserError. */
+HWND QVAPI StatusBox(HWND owner, const char *caption, const char *text, BOOL canCancel);
+/* Closes the box and enables its owner again. */
+BOOL QVAPI StatusClose(HWND box);
+/* Draws the bar at percent (above 100 counts as 100), then dispatches the
+   box's messages. */
+BOOL QVAPI StatusValue(HWND box, uint32_t percent);
+/* Dispatches the box's messages; TRUE once Cancel, Escape or the close box
+   has been used (only in a box that can be cancelled). */
+BOOL QVAPI StatusCanceled(HWND box);
+/* Replaces the box's text (null counts as empty). */
+BOOL QVAPI StatusSetText(HWND box, const char *text);
+#endif
 
 /* Starts the program named in the shared program list (section "Quenby
    Applications" of QUENBY.INI), or fallback when the name is absent, cut at

@@ -9,6 +9,20 @@
                     the marked time.
   marker_bottom.bmp bitmap 5: TimeSetter marker below the bar, pointing up.
 
+and the bitmaps of qviso32.dll's own resources (resources/qviso32.rc):
+
+  tab.bmp           bitmap 2100: a tab of the dialog tab strip, left and right
+                    halves are its two ends; the bottom row is the strip's line.
+  tab_current.bmp   bitmap 2101: the current tab, open at the bottom.
+  checkglyphs.bmp   bitmap 32759: check-box, three-state and radio glyphs of
+                    the bitmap check boxes, 4 x 3 cells of 13 x 13 pixels.
+                    Rows: check box, three-state box, radio button; columns:
+                    unchecked, checked, indeterminate, disabled.
+
+The library recolours its bitmaps at run time: light grey (192, 192, 192)
+becomes the button face, dark grey (128, 128, 128) the button shadow and white
+the button highlight; cyan (0, 255, 255) is the tabs' transparent colour.
+
 The gadgets build their masks against the teal of their background,
 RGB (0, 129, 129): every teal pixel of bitmaps 1, 4 and 5 is transparent, so
 teal is used for nothing else. All files are 24-bit uncompressed BMPs, which
@@ -28,6 +42,11 @@ WHITE = (255, 255, 255)
 LIGHT_GREY = (192, 192, 192)
 DARK_RED = (128, 0, 0)
 RED = (255, 0, 0)
+DARK_GREY = (128, 128, 128)   # button shadow after recolouring
+CYAN = (0, 255, 255)          # transparent colour of the tab bitmaps
+
+TAB_WIDTH, TAB_HEIGHT = 12, 18   # two 6-pixel ends
+GLYPH = 13                       # glyph cell size
 
 
 def hour_cell():
@@ -70,6 +89,83 @@ def marker_down():
     return rows
 
 
+def tab(current):
+    """Both ends of a tab: a rounded highlight corner on the left, a shadow
+    and a black outline on the right.  A tab that is not current closes with
+    the strip's highlight line along the bottom; the current one stays open."""
+    w, h = TAB_WIDTH, TAB_HEIGHT
+    rows = [[LIGHT_GREY] * w for _ in range(h)]
+    for y in range(h):
+        edge = max(0, 3 - y)                 # the left corner's outline column
+        for x in range(edge):
+            rows[y][x] = CYAN
+            rows[y][w - 1 - x] = CYAN
+        if y == 0:
+            for x in range(edge, w - edge):
+                rows[y][x] = WHITE
+            continue
+        rows[y][edge] = WHITE
+        rows[y][w - 1 - edge] = BLACK
+        if w - 2 - edge >= w // 2:
+            rows[y][w - 2 - edge] = DARK_GREY
+    if not current:
+        rows[h - 1] = [WHITE] * w
+    return rows
+
+
+def check_glyphs():
+    """The 4 x 3 glyph grid.  Boxes have a sunken two-pixel frame and a
+    white well; radio buttons a round one.  The indeterminate column shows
+    a grey mark in a grey well; the disabled column a grey outline on face."""
+    g = GLYPH
+    rows = [[LIGHT_GREY] * (4 * g) for _ in range(3 * g)]
+
+    def put(x, y, colour):
+        rows[y][x] = colour
+
+    check = [(3, 6), (3, 7), (4, 7), (4, 8), (5, 8), (5, 9), (6, 8), (6, 7), (7, 7),
+             (7, 6), (8, 6), (8, 5), (9, 5), (9, 4)]
+    for row in range(3):
+        for col in range(4):
+            ox, oy = col * g, row * g
+            disabled = col == 3
+            well = LIGHT_GREY if disabled or col == 2 else WHITE
+            mark = DARK_GREY if col == 2 else BLACK
+            if row < 2:
+                for y in range(g):
+                    for x in range(g):
+                        if x == 0 or y == 0:
+                            colour = DARK_GREY
+                        elif x == g - 1 or y == g - 1:
+                            colour = WHITE
+                        elif x == 1 or y == 1:
+                            colour = DARK_GREY if disabled else BLACK
+                        else:
+                            colour = well
+                        put(ox + x, oy + y, colour)
+                if col == 1 or (col == 2 and row == 1):
+                    for x, y in check:
+                        put(ox + x, oy + y, mark)
+                        put(ox + x, oy + y + 1, mark)
+            else:
+                c = (g - 1) / 2
+                for y in range(g):
+                    for x in range(g):
+                        d = ((x - c) ** 2 + (y - c) ** 2) ** 0.5
+                        if d <= 4.6:
+                            put(ox + x, oy + y, well)
+                        elif d <= 5.6:
+                            put(ox + x, oy + y, DARK_GREY if (x + y < g - 1 or disabled) else WHITE)
+                        elif d <= 6.4 and (x + y) < g - 1:
+                            put(ox + x, oy + y, DARK_GREY)
+                if col in (1, 2):
+                    for y in range(g):
+                        for x in range(g):
+                            if ((x - c) ** 2 + (y - c) ** 2) ** 0.5 <= 1.9:
+                                put(ox + x, oy + y, mark)
+    return rows
+
+
 def encode_bmp(rows):
     """24-bit bottom-up BMP with rows padded to 4 bytes."""
     height, width = len(rows), len(rows[0])
@@ -92,11 +188,15 @@ BITMAPS = (
     ("busy.bmp", busy_pattern),
     ("marker_top.bmp", marker_down),
     ("marker_bottom.bmp", lambda: list(reversed(marker_down()))),
+    ("tab.bmp", lambda: tab(False)),
+    ("tab_current.bmp", lambda: tab(True)),
+    ("checkglyphs.bmp", check_glyphs),
 )
 
 
 def preview(rows):
-    glyph = {TEAL: ".", BLACK: "#", WHITE: "o", LIGHT_GREY: "-", DARK_RED: "/", RED: "r"}
+    glyph = {TEAL: ".", BLACK: "#", WHITE: "o", LIGHT_GREY: "-", DARK_RED: "/", RED: "r",
+             DARK_GREY: "+", CYAN: " "}
     return "\n".join("".join(glyph[p] for p in row) for row in rows)
 
 

@@ -29,6 +29,11 @@
 #define IDC_WAITFRAME_COUNT          8
 #define IDS_WAIT_CANCEL_QUERY        5000  /* Yes/No after Escape; No abandons the operation */
 
+/* ---- Status boxes ------------------------------------------------------ */
+#define IDD_STATUS_BOX               4000  /* modeless progress box: text, bar, Cancel */
+#define IDC_STATUS_TEXT              4001  /* the box's text */
+#define IDC_STATUS_BAR               4002  /* owner-drawn bar, 0 to 100 percent */
+
 /* ---- Error presentation: captions ------------------------------------- */
 #define IDS_ERROR_CAPTION            13000 /* caption when the error carries none */
 #define IDS_EXCHANGE_CAPTION         13060 /* caption of the data-exchange errors (codes 105..116) */
@@ -177,5 +182,9 @@
 #define IDS_TEL_OPEN_FAILED          1176
 #define IDS_TEL_NO_PARTIAL_DIAL      1177
 
+/* ---- qviso32.dll's own resources (resources/qviso32.rc) --------------- */
+#define IDB_TAB                      2100  /* dialog tab strip: a tab, cyan transparent */
+#define IDB_TAB_CURRENT              2101  /* the current tab, open towards the dialog */
+#define IDB_CHECK_GLYPHS             32759 /* bitmap check boxes: 4 x 3 glyph cells */
 
 #endif /* QV_RESOURCE_IDS_H */

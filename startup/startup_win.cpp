@@ -17,6 +17,7 @@
 #include "qverror.h"
 #include "qvtelephony.h"
 #include "qvutil.h"
+#include "resource_ids.h"
 
 /* Releases the telephony library at unload (telephony/telephony_win.cpp). */
 void qvTelephonyStop();
@@ -31,15 +32,17 @@ BOOL startLibrary(HMODULE self)
     ResourceModule = ResourceGetHandle();
     if (!ResourceModule)
         return FALSE;
-    if (!(AppNameText = qvLoadLocalText(1)) || !(FallbackMessageText = qvLoadLocalText(10003)))
+    if (!(AppNameText = qvLoadLocalText(IDS_APP_NAME)) ||
+        !(FallbackMessageText = qvLoadLocalText(IDS_FALLBACK_MESSAGE)))
         return FALSE;
     HelpMessage = RegisterWindowMessageA("WM_VEL_HELP");
-    if (!(ProfileFileName = qvLoadLocalText(9)))
+    if (!(ProfileFileName = qvLoadLocalText(IDS_PROFILE_FILE)))
         return FALSE;
     if (!OSWaitInit() || !qvDateTimeStart())
         return FALSE;
     SeedRnd();
-    if (!(ReservedText800 = qvLoadLocalText(800)) || !(ReservedText801 = qvLoadLocalText(801)))
+    if (!(ProductVersionText = qvLoadLocalText(IDS_PRODUCT_VERSION)) ||
+        !(CopyrightText = qvLoadLocalText(IDS_COPYRIGHT)))
         return FALSE;
     Initialised = 1;
     BOOL started = TelephonyStart(0) != 0;

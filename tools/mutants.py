@@ -12,7 +12,10 @@ test passes, and is counted apart when it does not compile.
     nice -n 15 tools/mutants.py [--seed 10] [--count 150] [--list]
 
 The work happens in a copy of the tracked files under build/mutants/, so the
-working tree is never touched.  Survivors are listed at the end.
+working tree is never touched.  Survivors are listed at the end;
+build/mutants/results.json also names, for each killed mutant, the tests that
+failed (none when the program crashed), which shows the tests no mutant
+needs.
 """
 import argparse
 import json
@@ -100,6 +103,18 @@ def run(cmd, timeout, cwd=BUILD):
         return -1
 
 
+def run_tests(timeout):
+    """The native tests' exit code and the names of the tests that failed
+    (none listed when the program crashed or timed out)."""
+    try:
+        done = subprocess.run([os.path.join(BUILD, 'tests', 'native', 'native_all'), '--gtest_brief=1'],
+                              cwd=BUILD, capture_output=True, text=True, errors='replace', timeout=timeout)
+    except subprocess.TimeoutExpired:
+        return -1, []
+    failed = sorted(set(re.findall(r'^\[  FAILED  \] (\w+\.\w+)', done.stdout, re.M)))
+    return done.returncode, failed
+
+
 def prepare():
     files = subprocess.run(['git', 'ls-files'], cwd=ROOT, capture_output=True, text=True,
                            check=True).stdout.split()
@@ -138,7 +153,7 @@ def main():
         return
 
     prepare()
-    results = {'killed': [], 'survived': [], 'not compiling': []}
+    results = {'killed': [], 'survived': [], 'not compiling': [], 'killed by': {}}
     started = time.time()
     for i, (path, pos, old, new) in enumerate(sample, 1):
         src = os.path.join(SRC, path)
@@ -149,10 +164,11 @@ def main():
         open(src, 'w').write(original[:pos] + new + original[pos + len(old):])
         if run(['cmake', '--build', BUILD, '--target', 'native_all'], 300) != 0:
             outcome = 'not compiling'
-        elif run([os.path.join(BUILD, 'tests', 'native', 'native_all'), '--gtest_brief=1'], 60) != 0:
-            outcome = 'killed'
         else:
-            outcome = 'survived'
+            code, failed = run_tests(60)
+            outcome = 'killed' if code != 0 else 'survived'
+            if failed:
+                results['killed by'][f'{path}:{line}: {old} -> {new}'] = failed
         # Back to the original source and object, the object newer, so the
         # next mutant recompiles only its own file.
         open(src, 'w').write(original)

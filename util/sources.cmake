@@ -14,3 +14,5 @@ list(APPEND QV_WINDOWS_SOURCES util/validate_win.cpp)
 # program launch
 list(APPEND QV_PORTABLE_SOURCES util/launch.cpp)
 list(APPEND QV_WINDOWS_SOURCES util/launch_win.cpp)
+# status boxes
+list(APPEND QV_WINDOWS_SOURCES util/statusbox_win.cpp)

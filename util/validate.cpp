@@ -164,3 +164,70 @@ void qvLengthText(char (&out)[kLengthTextRoom], uint32_t value, uint32_t metric,
     p = putPadded(p, fraction, width);
     *p = '\0';
 }
+
+namespace {
+
+bool isBlank(char c)
+{
+    return c == ' ' || c == '\t';
+}
+
+/* The fraction 0.digits times unit, rounded half up.  The product is worked
+   out exactly, digit by digit from the last (long multiplication), so a
+   fraction of any length rounds right; the carry stays below unit. */
+uint32_t roundedFraction(std::string_view digits, uint32_t unit)
+{
+    uint32_t carry = 0, firstDigit = 0;
+    for (size_t i = digits.size(); i-- > 0;) {
+        const uint32_t t = static_cast<uint32_t>(digits[i] - '0') * unit + carry;
+        firstDigit = t % 10;
+        carry = t / 10;
+    }
+    return carry + (firstDigit >= 5 ? 1 : 0);
+}
+
+size_t digitRun(std::string_view text, size_t from)
+{
+    size_t i = from;
+    while (i < text.size() && isDigit(text[i]))
+        i++;
+    return i - from;
+}
+
+} // namespace
+
+bool qvLengthRead(const char *text, uint32_t metric, const char *separator, uint32_t *value)
+{
+    std::string_view t = viewOf(text);
+    while (!t.empty() && isBlank(t.front()))
+        t.remove_prefix(1);
+    while (!t.empty() && isBlank(t.back()))
+        t.remove_suffix(1);
+
+    const std::string_view whole = t.substr(0, digitRun(t, 0));
+    std::string_view rest = t.substr(whole.size());
+    const std::string_view sep = viewOf(separator).substr(0, 15);
+    if (!sep.empty() && rest.substr(0, sep.size()) == sep)
+        rest.remove_prefix(sep.size());
+    else if (!rest.empty() && rest.front() == '.')
+        rest.remove_prefix(1);
+    else if (!rest.empty())
+        return false;
+    const std::string_view fraction = rest;
+    if (!allDigits(fraction) || (whole.empty() && fraction.empty()))
+        return false;
+
+    constexpr uint64_t kLimit = 0xFFFFFFFFu;
+    uint64_t wholeValue = 0;
+    for (char c : whole) {
+        wholeValue = wholeValue * 10 + static_cast<uint64_t>(c - '0');
+        if (wholeValue > kLimit)
+            return false;
+    }
+    const uint32_t unit = metric == 0 ? 254u : 100u;
+    const uint64_t total = wholeValue * unit + roundedFraction(fraction, unit);
+    if (total > kLimit)
+        return false;
+    *value = static_cast<uint32_t>(total);
+    return true;
+}

@@ -26,4 +26,13 @@ constexpr size_t kLengthTextRoom = 32;
    unsigned 32-bit and wraps. */
 void qvLengthText(char (&out)[kLengthTextRoom], uint32_t value, uint32_t metric, const char *separator);
 
+/* Reads a length text back into tenths of a millimetre: inches (metric 0)
+   times 254 or centimetres times 100, rounded half up.  The text is digits
+   with at most one decimal separator (separator, at most its first 15
+   characters, or a full stop; either side may be empty but not both) and
+   blanks or tabs around.  Anything else, or a result past 32 bits, gives
+   false with *value untouched.  Every text qvLengthText writes for a value
+   below 4294968 reads back as that value. */
+bool qvLengthRead(const char *text, uint32_t metric, const char *separator, uint32_t *value);
+
 #endif /* QV_UTIL_VALIDATE_H */

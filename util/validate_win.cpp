@@ -4,6 +4,7 @@
  * into a dialog item with the user's decimal separator.
  */
 #include "../base/globals.h"
+#include "../base/os.h"
 #include "qvcore.h"
 #include "qvdatetime.h"
 #include "qvutil.h"
@@ -70,6 +71,25 @@ BOOL QVAPI SetDlgItemReal(HWND dialog, int itemId, uint32_t value, uint32_t metr
     char text[kLengthTextRoom];
     qvLengthText(text, value, metric, separator);
     return SetDlgItemTextA(dialog, itemId, text);
+}
+
+BOOL QVAPI GetDlgItemReal(HWND dialog, int itemId, uint32_t *value, uint32_t metric)
+{
+    HWND item = GetDlgItem(dialog, itemId);
+    if (!item || !value)
+        return FALSE;
+    char separator[16];
+    GetProfileStringA("intl", "sDecimal", ".", separator, sizeof separator);
+    // The item's text is read whole, whatever its length, so that a long
+    // text is refused rather than read in part.
+    const int length = GetWindowTextLengthA(item);
+    auto *text = static_cast<char *>(osLocalAlloc(static_cast<size_t>(length) + 1));
+    if (!text)
+        return FALSE;
+    GetWindowTextA(item, text, length + 1);
+    const bool read = qvLengthRead(text, metric, separator, value);
+    osLocalFree(text);
+    return read ? TRUE : FALSE;
 }
 
 } // extern "C"

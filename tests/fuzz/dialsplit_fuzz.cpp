@@ -12,14 +12,9 @@
 #include <string>
 
 #include "../../telephony/dialsplit.h"
+#include "../shared/test_helpers.h"
 
-namespace {
-void check(bool condition)
-{
-    if (!condition)
-        abort();
-}
-} // namespace
+using testhelp::check;
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {

@@ -18,14 +18,11 @@
 #include <vector>
 
 #include "qviso32.h"
+#include "../shared/test_helpers.h"
 
 namespace {
 
-void check(bool condition)
-{
-    if (!condition)
-        abort();
-}
+using testhelp::check;
 
 void readers(const std::string &text)
 {
@@ -105,27 +102,6 @@ void argScan(const std::string &text, uint8_t which)
     }
 }
 
-std::string romanReference(uint32_t value, uint32_t groups)
-{
-    static const char *const kDigits[3][10] = {
-        {"", "c", "cc", "ccc", "cd", "d", "dc", "dcc", "dccc", "cm"},
-        {"", "x", "xx", "xxx", "xl", "l", "lx", "lxx", "lxxx", "xc"},
-        {"", "i", "ii", "iii", "iv", "v", "vi", "vii", "viii", "ix"},
-    };
-    std::string out;
-    uint32_t written = 0;
-    for (uint32_t m = value / 1000; m > 0 && written < groups; m--, written++)
-        out += 'm';
-    const uint32_t digits[3] = {value / 100 % 10, value / 10 % 10, value % 10};
-    for (int d = 0; d < 3 && written < groups; d++) {
-        if (digits[d] == 0)
-            continue;
-        out += kDigits[d][digits[d]];
-        written++;
-    }
-    return out;
-}
-
 void roman(const uint8_t *data, size_t size)
 {
     if (size < 6)
@@ -135,14 +111,14 @@ void roman(const uint8_t *data, size_t size)
     const int upper = data[4] & 1;
     const uint32_t groups = data[5];
     std::vector<char> buffer(groups + 10);
-    std::string expected = romanReference(value, groups);
+    std::string expected = testhelp::romanReference(value, groups);
     if (upper)
         for (char &c : expected)
             c = static_cast<char>(c - 'a' + 'A');
     check(DToRoman(value, upper, buffer.data(), groups) == buffer.data());
     check(expected == buffer.data());
     // The static buffer: 127 groups.
-    std::string expectedStatic = romanReference(value, 127);
+    std::string expectedStatic = testhelp::romanReference(value, 127);
     if (upper)
         for (char &c : expectedStatic)
             c = static_cast<char>(c - 'a' + 'A');

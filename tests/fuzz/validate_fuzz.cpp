@@ -4,7 +4,8 @@
  * size so that a read past its end is caught.  The whole-number check is
  * compared with a plain reading; the decimal check must agree with it on
  * any non-empty text without a full stop, and adding a zero fraction to
- * such a text changes nothing.
+ * such a text changes nothing.  A length that reads is written and read
+ * back to the same value.
  */
 #include <stdlib.h>
 #include <string.h>
@@ -13,14 +14,11 @@
 #include <vector>
 
 #include "../../util/validate.h"
+#include "../shared/test_helpers.h"
 
 namespace {
 
-void check(bool condition)
-{
-    if (!condition)
-        abort();
-}
+using testhelp::check;
 
 bool uintReference(const std::string &text, uint32_t low, uint32_t high)
 {
@@ -61,5 +59,15 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     char out[kLengthTextRoom];
     qvLengthText(out, low, high & 1, plain.c_str());
     check(strlen(out) < kLengthTextRoom);
+
+    std::vector<char> block(plain.begin(), plain.end());
+    block.push_back('\0');
+    const uint32_t metric = high & 1;
+    uint32_t length = 0;
+    if (qvLengthRead(block.data(), metric, ",", &length) && (metric || length < 4294968u)) {
+        qvLengthText(out, length, metric, ",");
+        uint32_t again = ~length;
+        check(qvLengthRead(out, metric, ",", &again) && again == length);
+    }
     return 0;
 }

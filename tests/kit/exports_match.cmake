@@ -23,6 +23,8 @@ file(GLOB headers ${INCLUDE}/*.h)
 set(undeclared_exports "")
 foreach(header ${headers})
   file(READ ${header} text)
+  # The macros' own definitions (QVAPI as __attribute__((stdcall)) natively) are not declarations.
+  string(REGEX REPLACE "#[ \t]*define[^\n]*" "" text "${text}")
   string(REGEX MATCHALL "(QVAPI|QVCDECL)[ \t\r\n]+[A-Za-z_][A-Za-z0-9_]*[ \t]*\\(" declarations "${text}")
   foreach(declaration ${declarations})
     string(REGEX REPLACE "^(QVAPI|QVCDECL)[ \t\r\n]+([A-Za-z_][A-Za-z0-9_]*).*" "\\2" name "${declaration}")

@@ -56,7 +56,7 @@ TEST_F(Settings, ValuesAreCutTerminatedAndDefaultedByTheirNeighbours)
     EXPECT_TRUE(qvIntl.fourDigitYear);
     Values = {"iTime=1", "sTime=abcdef", "s1159=", "s2359=afternoon-long", "iDate=1", "sDate=-/",
               "sShortDate=d/M/yy", "VeliWeekStartsOn=8"};
-    OSDateTimeGetWinIniSettings();
+    EXPECT_EQ(OSDateTimeGetWinIniSettings(), 1);
     const OSIntlSettings &s = qvIntl.record;
     EXPECT_STREQ(s.sTime, "abc");
     EXPECT_STREQ(s.s1159, "AM") << "an empty designator takes the resource text";
@@ -66,6 +66,9 @@ TEST_F(Settings, ValuesAreCutTerminatedAndDefaultedByTheirNeighbours)
     EXPECT_FALSE(qvIntl.fourDigitYear);
     EXPECT_STREQ(qvIntl.timePicture, "HH:mm:ss") << "the 24-hour default";
     EXPECT_STREQ(qvIntl.longDate, "dddd, d MMMM yyyy") << "the long default follows the date order";
+    char picture[7];
+    EXPECT_TRUE(OSDateTimeGetDateFormat(picture, 0x02, sizeof picture));
+    EXPECT_STREQ(picture, "d/M/yy") << "a room of exactly the picture";
 }
 
 TEST_F(Settings, OnlyChangedFieldsAreWrittenInTheirOrder)

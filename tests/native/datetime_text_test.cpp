@@ -53,6 +53,9 @@ TEST_F(Text, PictureLettersHoursAndYears)
         t.year = c.year, t.hour = c.hour;
         EXPECT_EQ(format(t, c.picture), c.expected) << c.picture;
     }
+    OSDateTime first = kTuesday;
+    first.day = 1;
+    EXPECT_EQ(format(first, "o"), "1st");
     OSDateTime now;
     ASSERT_TRUE(OSGetDateTime(&now));
     EXPECT_EQ(format(now, "yyyy-MM-dd HH:mm:ss"), "2026-06-15 12:00:00");

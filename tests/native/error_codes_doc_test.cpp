@@ -21,8 +21,8 @@ struct Row {
 };
 
 const Row kRows[] = {
-#define QV_ROW_NAMED(value, name, mode, args, doc) {value, "`RV_" #name "`", mode, doc},
-#define QV_ROW_UNNAMED(value, mode, args, doc) {value, "(unnamed)", mode, doc},
+#define QV_ROW_NAMED(value, name, mode, args, shown, doc) {value, "`RV_" #name "`", mode, doc},
+#define QV_ROW_UNNAMED(value, mode, args, shown, doc) {value, "(unnamed)", mode, doc},
     QV_RV_TABLE(QV_ROW_NAMED, QV_ROW_UNNAMED)
 #undef QV_ROW_NAMED
 #undef QV_ROW_UNNAMED

@@ -72,6 +72,8 @@ TEST(LockFailureName, AlternativeReplacesAllButLeadingDots)
         {"..DATA", "ALTERNATE", 6, "..ALT"},
         {"....", "X", 3, "...."},  // dots only: kept whatever the room
         {"......A", "X", 3, ".."},
+        {"...A", "X", 3, ".."},   // dots that just fill the room
+        {".A", "XY", 3, ".X"},    // one dot short of it
     };
     for (const Case &c : cases) {
         char out[65];

@@ -13,6 +13,7 @@
 #include "../../datetime/intl.h"
 #include "date_words.h"
 #include "qviso32.h"
+#include "../shared/test_helpers.h"
 
 namespace {
 
@@ -22,12 +23,16 @@ struct Settings {
     uint32_t iTime;
     const char *timePicture;
     const char *s1159, *s2359;
+    const char *sTime = ":";
 };
 const Settings kMDY{0, "M/d/yyyy", 0, "h:mm:ss tt", "AM", "PM"};
 const Settings kDMY{1, "dd/MM/yyyy", 0, "h:mm:ss tt", "AM", "PM"};
 const Settings kYMD{2, "yyyy-MM-dd", 1, "HH:mm:ss", "", ""};
-const Settings kOwnWords{0, "M/d/yyyy", 0, "h:mm:ss tt", "vorm", "nachm"};
+const Settings kYDM{2, "yyyy-dd-MM", 1, "HH:mm:ss", "", ""};
+// Words and a separator that fill their fields.
+const Settings kOwnWords{0, "M/d/yyyy", 0, "h:mm:ss tt", "vormitta", "nachm", "Uhr"};
 const Settings kOneLetter{0, "M/d/yyyy", 0, "h:mm t", "AM", "PM"};
+const Settings kLetterWords{0, "M/d/yyyy", 0, "h:mm t", "A", "P"};
 const Settings k24Hour{0, "M/d/yyyy", 1, "HH:mm:ss", "vorm", "nachm"};
 
 void use(const Settings &s)
@@ -39,7 +44,7 @@ void use(const Settings &s)
     strcpy(qvIntl.record.s1159, s.s1159);
     strcpy(qvIntl.record.s2359, s.s2359);
     strcpy(qvIntl.record.sDate, s.iDate == 2 ? "-" : "/");
-    strcpy(qvIntl.record.sTime, ":");
+    strcpy(qvIntl.record.sTime, s.sTime);
 }
 
 class Parse : public ::testing::Test {
@@ -55,12 +60,7 @@ protected:
     void TearDown() override { OSErrorClearError(); }
 };
 
-std::string show(const OSDateTime &t)
-{
-    char text[40];
-    snprintf(text, sizeof text, "%04u-%02u-%02u %02u:%02u:%02u", t.year, t.month, t.day, t.hour, t.minute, t.second);
-    return text;
-}
+using testhelp::show;
 
 using Reader = BOOL(QVAPI *)(OSDateTime *, const char *);
 constexpr Reader D = OSStringToDateTime, T = OSStringToDateTimeTimeBias, C = OSStringToDateTimeComplete,
@@ -83,6 +83,7 @@ const Case kCases[] = {
     {D, &kMDY, "3/4/1998", "1998-03-04 00:00:00", 1},
     {D, &kDMY, "3/4/1998", "1998-04-03 00:00:00", 1},
     {D, &kYMD, "1998-3-4", "1998-03-04 00:00:00", 1},
+    {D, &kYDM, "1998-4-3", "1998-03-04 00:00:00", 1}, // the picture, not the order, puts the day first
     {D, &kMDY, "13/4/1998", "1998-04-13 00:00:00", 1},
     {D, &kDMY, "4/13/1998", "1998-04-13 00:00:00", 1},
     {D, &kMDY, "13/14/1998", "1998-13-14 00:00:00", 0},
@@ -91,13 +92,16 @@ const Case kCases[] = {
     // Years: two digits above now - 1950 are 19xx, other numbers above 31
     // 20xx; a small number at the picture's year place is this century's.
     {D, &kMDY, "3/4/80", "1980-03-04 00:00:00", 1},
+    {D, &kMDY, "3/4/74", "2074-03-04 00:00:00", 1}, // now - 1950 itself is above 31: 20xx
     {D, &kMDY, "3/4/40", "2040-03-04 00:00:00", 1},
     {D, &kMDY, "3/4/05", "2005-03-04 00:00:00", 1},
+    {D, &kDMY, "3/4/05", "2005-04-03 00:00:00", 1},
     {D, &kYMD, "05-3-4", "2005-03-04 00:00:00", 1},
     {D, &kYMD, "Dec 25", "2000-03-25 00:00:00", 1}, // year first: the word is the year 0
     {D, &kMDY, "3/4/1700", "3600-03-04 00:00:00", 0},
     // Words in any case and position; ordinals; relative days.
     {D, &kMDY, "dec 25", "2024-12-25 00:00:00", 1},
+    {D, &kMDY, "dec 31", "2024-12-31 00:00:00", 1},
     {D, &kDMY, "25 DECEMBER 1999", "1999-12-25 00:00:00", 1},
     {D, &kMDY, "Sept. 3rd 2001", "2001-09-03 00:00:00", 1},
     {D, &kMDY, "Thursday 21st march", "2024-03-21 00:00:00", 1},
@@ -121,6 +125,10 @@ const Case kCases[] = {
     {T, &kMDY, "4294967296", "2024-03-05 255:00:00", 0},
     {T, &kOwnWords, "3 NACHM", "2024-03-05 15:00:00", 1},
     {T, &kOwnWords, "3 pm", "2024-03-05 03:00:00", 1},  // not the user's word
+    {T, &kOwnWords, "12 VORMITTA", "2024-03-05 00:00:00", 1},
+    {T, &kOwnWords, "12 VORMITT", "2024-03-05 12:00:00", 1}, // the whole word or none of it
+    {T, &kOwnWords, "9Uhr30", "2024-03-05 09:30:00", 1},
+    {T, &kLetterWords, "3:10 p", "2024-03-05 15:10:00", 1},
     {T, &kOneLetter, "3:10 p", "2024-03-05 15:10:00", 1},
     {T, &kOneLetter, "12:10 a", "2024-03-05 00:10:00", 1},
     {T, &k24Hour, "3 PM", "2024-03-05 15:00:00", 1},     // the library's words on the 24-hour clock
@@ -202,16 +210,24 @@ TEST_F(Parse, PrintedRecordsReadBack)
 
 TEST_F(Parse, NullArgumentsAreRefused)
 {
-    OSDateTime t;
-    char out[16];
-    EXPECT_FALSE(OSStringToDateTime(&t, nullptr));
-    EXPECT_EQ(OSErrorGetErrorValue(), RV_BadParms);
-    OSErrorClearError();
-    EXPECT_FALSE(OSStringToDateTimeForImport(nullptr, "1998"));
-    EXPECT_EQ(OSErrorGetErrorValue(), RV_BadParms);
-    OSErrorClearError();
-    EXPECT_FALSE(OSConvertTumblerTimeStringToRealString(nullptr, out));
-    EXPECT_EQ(OSErrorGetErrorValue(), RV_BadParms);
+    static OSDateTime t{2024, 3, 5, 0, 0, 0, 0};
+    static char out[16];
+    static int32_t n;
+    static uint32_t u;
+    BOOL (*const calls[])() = {
+        [] { return OSStringToDateTime(&t, nullptr); },
+        [] { return OSStringToDateTimeForImport(nullptr, "1998"); },
+        [] { return OSConvertTumblerTimeStringToRealString(nullptr, out); },
+        [] { return OSDiffDateTime(nullptr, &t, &n, &n, &n, &n); },
+        [] { return OSDayOfWeek(&t, nullptr, 0); },
+        [] { return OSDateTimeGetIntlSettings(nullptr); },
+        [] { return OSStringToZodiac(nullptr, &u); },
+    };
+    for (size_t i = 0; i < std::size(calls); i++) {
+        OSErrorClearError();
+        EXPECT_FALSE(calls[i]()) << i;
+        EXPECT_EQ(OSErrorGetErrorValue(), RV_BadParms) << i;
+    }
 }
 
 TEST_F(Parse, TumblerStrings)

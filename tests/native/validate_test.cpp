@@ -34,6 +34,7 @@ const Case kCases[] = {
     {Real, "", 0, 5, true},
     {Real, "...", 7, 9, true},         // only stops: no part
     {Real, "5", 0, 5, true},
+    {Real, "1", 1, 5, true},
     {Real, "5.0", 0, 5, true},         // a zero fraction at the upper bound
     {Real, "5.00a", 0, 5, true},
     {Real, "5.5", 0, 5, false},
@@ -92,6 +93,67 @@ TEST(LengthText, InchesAndCentimetresWithTheSeparator)
         qvLengthText(out, c.value, c.metric, c.separator);
         EXPECT_STREQ(out, c.text) << c.value << " metric " << c.metric;
     }
+}
+
+TEST(LengthRead, ReadsBackEveryLengthTextBelowTheWrapInBothUnits)
+{
+    for (uint32_t metric = 0; metric < 2; metric++) {
+        for (uint32_t value = 0; value < 4294968; value++) {
+            char text[kLengthTextRoom];
+            qvLengthText(text, value, metric, ",");
+            uint32_t back = 0xDEADBEEF;
+            if (!qvLengthRead(text, metric, ",", &back) || back != value) {
+                ADD_FAILURE() << text << " metric " << metric << " read " << back << ", wrote " << value;
+                return;
+            }
+        }
+    }
+}
+
+struct Reading {
+    const char *text;
+    uint32_t metric;
+    bool ok;
+    uint32_t value;
+};
+
+const Reading kReadings[] = {
+    {" \t1,000 ", 0, true, 254},          // the user's separator, blanks around
+    {"1.5", 0, true, 381},                 // a full stop always does
+    {"2,54", 1, true, 254},
+    {"12", 1, true, 1200},                 // no fraction
+    {"12,", 1, true, 1200},
+    {",5", 1, true, 50},
+    {"0.002", 0, true, 1},                 // 0.508 rounds up
+    {"0.001", 0, true, 0},                 // 0.254 rounds down
+    {"0.0019685039370078740", 0, true, 0}, // just below half a tenth: every digit counts
+    {"0.0019685039370078741", 0, true, 1},
+    {"0.005", 1, true, 1},                 // exactly half rounds up
+    {"42949672,95", 1, true, 0xFFFFFFFF},
+    {"42949672,96", 1, false, 0},          // past 32 bits
+    {"16909320,6", 0, false, 0},
+    {"99999999999999999999", 1, false, 0},
+    {"", 1, false, 0},
+    {",", 1, false, 0},
+    {"1,2,3", 1, false, 0},
+    {"-1", 1, false, 0},
+    {"1 2", 1, false, 0},
+    {"12cm", 1, false, 0},
+};
+
+TEST(LengthRead, AcceptsOnlyDigitsAroundOneSeparatorAndRounds)
+{
+    for (const Reading &r : kReadings) {
+        uint32_t value = 77;
+        EXPECT_EQ(qvLengthRead(r.text, r.metric, ",", &value), r.ok) << r.text;
+        EXPECT_EQ(value, r.ok ? r.value : 77u) << r.text;
+    }
+    uint32_t value = 77;
+    EXPECT_TRUE(qvLengthRead("3<sep>25", 1, "<sep>", &value));
+    EXPECT_EQ(value, 325u);
+    EXPECT_FALSE(qvLengthRead(nullptr, 1, ",", &value));
+    EXPECT_TRUE(qvLengthRead("1.5", 1, nullptr, &value));
+    EXPECT_EQ(value, 150u);
 }
 
 } // namespace

@@ -10,13 +10,11 @@
 #include <algorithm>
 
 #include "qviso32.h"
+#include "test_helpers.h"
 
 namespace {
 
-OSDateTime make(int y, int mo, int d, int h = 0, int mi = 0, int s = 0, int bias = 0)
-{
-    return OSDateTime{uint16_t(y), uint8_t(mo), uint8_t(d), uint8_t(h), uint8_t(mi), uint8_t(s), uint8_t(bias)};
-}
+using testhelp::make;
 
 bool same(const OSDateTime &a, const OSDateTime &b)
 {
@@ -141,6 +139,7 @@ TEST(Calendar, MixedAdjustmentsApplySmallestUnitFirst)
         {make(2000, 1, 31), 0, 1, 1, 0, 0, make(2000, 3, 1)}, // days counted before the month moves
         {make(2000, 5, 5, 22), 0, 0, 0, 1, 1, make(2000, 5, 6, 0)}, // biasHours adds to hours
         {make(2000, 1, 1), 0, 0, 146097, 0, 0, make(2400, 1, 1)},    // beyond the range, still the calendar
+        {make(2000, 1, 1), 0, 0, -146098, 0, 0, make(1599, 12, 31)},
     };
     for (const Case &c : cases) {
         OSDateTime t = c.start;

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "qviso32.h"
+#include "../../error/rvtable.h"
 
 namespace {
 
@@ -32,89 +33,88 @@ protected:
     }
 };
 
-/* Every argument slot a distinct marker, so a field shows which slot it read. */
 const char kText1[] = "first text";
 const char kText2[] = "second text";
 
-struct ArgCase {
+/* Each code's argument rule, from the table of result codes, and a code
+   beyond the table, which reads nothing. */
+struct ArgRule {
     RV code;
-    uintptr_t args[5];
-    RV recorded;
-    const char *detail;
-    const char *member;
-    const char *text2;
-    /* Expected Param0..7; kKeep means unchanged by the recording. */
-    uint64_t params[8];
+    ArgOp ops[kMaxArgs];
 };
-constexpr uint64_t kKeep = ~0ull;
-constexpr uint64_t K = kKeep;
-#define T1 reinterpret_cast<uintptr_t>(kText1)
-#define T2 reinterpret_cast<uintptr_t>(kText2)
-
-const ArgCase kArgCases[] = {
-    // code                    args                          recorded                detail  member text2   P0..P7
-    {RV_Failure, {T1}, RV_Failure, "", nullptr, nullptr, {K, K, K, K, K, K, K, K}},
-    {RV_OutOfDisk, {T1}, RV_OutOfDisk, kText1, nullptr, nullptr, {K, K, K, K, K, K, K, K}},
-    {RV_OutOfLocalMemory, {512}, RV_OutOfLocalMemory, "", nullptr, nullptr, {K, K, K, 512, K, K, K, K}},
-    {RV_OutOfGlobalMemory, {4096}, RV_OutOfGlobalMemory, "", nullptr, nullptr, {K, 4096, K, K, K, K, K, K}},
-    {RV_BadParms, {T1}, RV_BadParms, kText1, nullptr, nullptr, {K, K, K, K, K, K, K, K}},
-    {RV_StageFailure, {77}, RV_StageFailure, "", nullptr, nullptr, {K, K, K, K, K, K, K, 77}},
-    {RV_YearRange, {2200, 1800, 2101}, RV_YearRange, "", nullptr, nullptr, {K, K, K, 2200, K, 1800, 2101, K}},
-    {RV_SecondRange, {61, 0, 59}, RV_SecondRange, "", nullptr, nullptr, {K, K, K, 61, K, 0, 59, K}},
-    {RV_StructMemberMisAligned, {T1, T2, 6}, RV_StructMemberMisAligned, kText1, kText2, nullptr, {K, K, K, 6, K, K, K, K}},
-    {RV_BadDataPtr, {T1, 11, 22}, RV_BadDataPtr, kText1, nullptr, nullptr, {K, 22, K, K, 11, K, K, K}},
-    {RV_StringNonExistant, {10003}, RV_StringNonExistant, "", nullptr, nullptr, {K, K, K, 10003, K, K, K, K}},
-    {RV_AccessViolation, {5, 6}, RV_AccessViolation, "", nullptr, nullptr, {K, K, K, K, K, 5, 6, K}},
-    {RV_ReadPastEOF, {T1, 1, 2}, RV_ReadPastEOF, kText1, nullptr, nullptr, {K, 1, 2, K, K, K, K, K}},
-    {47, {T1}, 47, kText1, nullptr, nullptr, {K, K, K, K, K, K, K, K}},
-    {RV_NetworkNetDLLError, {6, 5, T1, T2}, RV_NetworkNetDLLError, kText1, nullptr, kText2, {K, K, K, K, K, 5, 6, K}},
-    {RV_CommDlgError, {0xABC, 9}, RV_CommDlgError, "", nullptr, nullptr, {0xABC, 9, K, K, K, K, K, K}},
-    {RV_BadOrs, {6, 5}, RV_BadOrs, "", nullptr, nullptr, {K, K, K, K, K, 5, 6, K}},
-    {RV_GPFault, {0x12345678}, RV_GPFault, "", nullptr, nullptr, {K, K, K, 0x5678, K, K, K, K}},
-    {RV_RemoteDelete, {44}, RV_RemoteDelete, "", nullptr, nullptr, {K, K, K, K, 44, K, K, K}},
-    {RV_ODBCError, {3, 5, 1, T1, T2}, RV_ODBCError, kText1, nullptr, kText2, {K, 1, K, 3, K, 5, K, K}},
-    {RV_DDEMLError, {16385}, RV_DDEMLError, "", nullptr, nullptr, {K, 16385, K, K, K, K, K, K}},
-    {RV_NoSchema, {T1}, RV_NoSchema, kText1, nullptr, nullptr, {K, K, K, K, K, K, K, K}},
-    {RV_NoWWWBrowserFound, {T1}, RV_NoWWWBrowserFound, "", nullptr, nullptr, {K, K, K, K, K, K, K, K}},
-    {200, {T1}, 200, "", nullptr, nullptr, {K, K, K, K, K, K, K, K}},
-    // System errors: 22 carries its code first; each narrows by the code.
-    {RV_ForceOSError, {2, T1}, RV_NoFile, kText1, nullptr, nullptr, {K, K, K, K, K, K, K, K}},
-    {RV_ForceOSError, {3, T1}, RV_BadPath, kText1, nullptr, nullptr, {K, K, K, K, K, K, K, K}},
-    {RV_ForceOSError, {5, T1}, RV_AccessDenied, kText1, nullptr, nullptr, {K, K, K, K, K, K, K, K}},
-    {RV_ForceOSError, {19, T1}, RV_WriteProtect, kText1, nullptr, nullptr, {K, K, K, K, K, K, K, K}},
-    {RV_ForceOSError, {65, T1}, RV_NetworkAccessDenied, kText1, nullptr, nullptr, {K, K, K, K, K, K, K, K}},
-    {RV_ForceOSError, {123, T1}, RV_InvalidPlatformFile, kText1, nullptr, nullptr, {K, K, K, K, K, K, K, K}},
-    {RV_ForceOSError, {32, T1}, RV_OSError, kText1, nullptr, nullptr, {K, K, K, K, K, K, K, K}},
-    {RV_ForceOSError, {4, T1}, RV_OSError, kText1, nullptr, nullptr, {K, K, K, K, K, K, K, K}},
-    {RV_ForceOSError, {6, T1}, RV_OSError, "", nullptr, nullptr, {K, K, K, K, K, K, K, K}},
+const ArgRule kRules[] = {
+#define QV_ARGS_NAMED(value, name, mode, args, shown, doc) {value, {QV_UNPAREN args}},
+#define QV_ARGS_UNNAMED(value, mode, args, shown, doc) {value, {QV_UNPAREN args}},
+    QV_RV_TABLE(QV_ARGS_NAMED, QV_ARGS_UNNAMED)
+#undef QV_ARGS_NAMED
+#undef QV_ARGS_UNNAMED
+    {200, {A_End}},
 };
 
 TEST_F(ErrorRecording, EachCodeReadsItsOwnArguments)
 {
-    for (const ArgCase &c : kArgCases) {
-        SCOPED_TRACE("code " + std::to_string(c.code) + " first arg " + std::to_string(c.args[0]));
+    for (const ArgRule &rule : kRules) {
+        // Code 0 records nothing; system errors, the formatting function and
+        // the caption have tests of their own.
+        if (rule.code == RV_Success || rule.code == RV_OSError || rule.code == RV_ForceOSError ||
+            rule.ops[0] == A_Format || rule.ops[0] == A_Caption)
+            continue;
+        SCOPED_TRACE("code " + std::to_string(rule.code));
         OSErrorClearError();
         OSErrorInfo *info = OSErrorGetErrorInfo();
-        // Known garbage in every field the code must not touch.
-        uint32_t *params = &info->Param0;
-        for (int i = 0; i < 8; i++)
-            params[i] = 0xC0DE0000u + i;
+        // Known garbage in every field; each argument a distinct value above 16 bits.
+        uint32_t *params = &info->Param0, expected[8];
+        for (uint32_t i = 0; i < 8; i++)
+            params[i] = expected[i] = 0xC0DE0000u + i;
         strcpy(info->Detail, "stale detail");
         strcpy(info->Member, "stale member");
         strcpy(info->Text2, "stale text");
-
-        OSErrorSetErrorInfo(c.code, c.args[0], c.args[1], c.args[2], c.args[3], c.args[4]);
-
-        EXPECT_EQ(OSErrorGetErrorValue(), c.recorded);
-        EXPECT_EQ(info->IsSet, 1u);
-        EXPECT_STREQ(info->Detail, c.detail);
-        EXPECT_STREQ(info->Member, c.member ? c.member : "stale member");
-        EXPECT_STREQ(info->Text2, c.text2 ? c.text2 : "stale text");
-        for (int i = 0; i < 8; i++)
-            EXPECT_EQ(params[i], c.params[i] == kKeep ? 0xC0DE0000u + i : c.params[i]) << "Param" << i;
-        if (c.code == RV_ForceOSError) {
-            EXPECT_EQ(info->OSError, c.args[0]);
+        const char *detail = "", *member = "stale member", *text2 = "stale text";
+        uintptr_t args[kMaxArgs] = {};
+        for (int i = 0; i < kMaxArgs && rule.ops[i] != A_End; i++) {
+            const uint32_t number = 0x00A50000u + static_cast<uint32_t>(i);
+            switch (rule.ops[i]) {
+            case A_File:
+            case A_Detail: args[i] = reinterpret_cast<uintptr_t>(detail = kText1); break;
+            case A_Member: args[i] = reinterpret_cast<uintptr_t>(member = kText2); break;
+            case A_Text2Net:
+            case A_Text2Odbc: args[i] = reinterpret_cast<uintptr_t>(text2 = kText2); break;
+            case A_Skip: args[i] = reinterpret_cast<uintptr_t>(kText1); break;
+            case A_P3Word: args[i] = number; expected[3] = number & 0xFFFF; break;
+            default: args[i] = number; expected[rule.ops[i] - A_P0] = number; break;
+            }
         }
+        OSErrorSetErrorInfo(rule.code, args[0], args[1], args[2], args[3], args[4]);
+
+        EXPECT_EQ(OSErrorGetErrorValue(), rule.code);
+        EXPECT_EQ(info->IsSet, 1u);
+        EXPECT_STREQ(info->Detail, detail);
+        EXPECT_STREQ(info->Member, member);
+        EXPECT_STREQ(info->Text2, text2);
+        for (int i = 0; i < 8; i++)
+            EXPECT_EQ(params[i], expected[i]) << "Param" << i;
+    }
+}
+
+TEST_F(ErrorRecording, SystemErrorsNarrowToWhatWentWrongWithTheFile)
+{
+    const struct {
+        uint32_t osError;
+        RV recorded;
+        const char *detail;
+    } cases[] = {
+        {2, RV_NoFile, kText1},       {3, RV_BadPath, kText1},   {5, RV_AccessDenied, kText1},
+        {19, RV_WriteProtect, kText1}, {65, RV_NetworkAccessDenied, kText1},
+        {123, RV_InvalidPlatformFile, kText1},
+        // Only these system errors concern a file worth naming.
+        {32, RV_OSError, kText1}, {4, RV_OSError, kText1}, {6, RV_OSError, ""},
+    };
+    for (const auto &c : cases) {
+        OSErrorClearError();
+        OSErrorSetErrorInfo(RV_ForceOSError, c.osError, kText1);
+        EXPECT_EQ(OSErrorGetErrorValue(), c.recorded) << c.osError;
+        EXPECT_EQ(OSErrorGetErrorInfo()->OSError, c.osError);
+        EXPECT_STREQ(OSErrorGetErrorInfo()->Detail, c.detail) << c.osError;
     }
 }
 
@@ -208,6 +208,7 @@ TEST_F(ErrorRecording, Code71FormatsItsTextThroughTheGivenFunction)
 
 TEST_F(ErrorRecording, VirtualFilesAreCopiedIntoTheState)
 {
+    EXPECT_EQ(OSErrorRegisterVFToPFCallBack(nullptr), 1);
     const char data[] = "\x01\x02virtual payload";
     OSVirtualFile file{0xFF, const_cast<char *>(data), sizeof data};
     OSErrorSetErrorInfo(RV_NoFile, &file);

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "qviso32.h"
+#include "test_helpers.h"
 
 namespace {
 
@@ -19,11 +20,7 @@ protected:
     void TearDown() override { OSErrorClearError(); }
 };
 
-OSDateTime make(int y, int mo, int d, int h = 0)
-{
-    return OSDateTime{static_cast<uint16_t>(y), static_cast<uint8_t>(mo), static_cast<uint8_t>(d),
-                      static_cast<uint8_t>(h), 0, 0, 0};
-}
+using testhelp::make;
 
 /* Days from 1 January 1800 (a Wednesday) by civil-calendar counting,
    independent of the library. */

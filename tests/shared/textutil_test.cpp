@@ -5,6 +5,7 @@
  * recurrence.
  */
 #include <gtest/gtest.h>
+#include <stdio.h>
 #include <string.h>
 
 #include <algorithm>
@@ -13,6 +14,7 @@
 #include <vector>
 
 #include "qviso32.h"
+#include "test_helpers.h"
 
 namespace {
 
@@ -77,72 +79,48 @@ TEST(Trimming, TrailingSpacesAndFirstLines)
 
 TEST(ArgScan, FieldsNumbersQuotesAndMismatches)
 {
-    char s1[64], s2[64];
-    int32_t d = -1;
-    int ok = -9;
-    ArgScan("abc,12", &ok, "%s,%d", s1, &d);
-    EXPECT_STREQ(s1, "abc");
-    EXPECT_EQ(d, 12);
-    EXPECT_EQ(ok, 1);
-
-    d = -1;
-    ArgScan("abc;12", &ok, "%s,%d", s1, &d);
-    EXPECT_STREQ(s1, "abc;12");
-    EXPECT_EQ(d, -1);
-    EXPECT_EQ(ok, 1);
-
-    ArgScan("  \"a,b\", 7", &ok, "\"%s\", %d", s1, &d);
-    EXPECT_STREQ(s1, "a,b");
-    EXPECT_EQ(d, 7);
-    EXPECT_EQ(ok, 1);
-
-    // A quote in the format where the input has none ends the scan.
-    s1[0] = 'x';
-    ArgScan("abc", &ok, "\"%s\"", s1);
-    EXPECT_EQ(ok, 0);
-    EXPECT_EQ(s1[0], 'x');
-
-    ArgScan("1;2", &ok, "%d,%d", &d, &d);
-    EXPECT_EQ(ok, 0);
-    EXPECT_EQ(d, 1);
-
-    // %b keeps its destination unless marked f: the next conversion writes there too.
-    BYTE bytes[2] = {0, 0};
-    ArgScan("7,300", &ok, "%b,%fb", &bytes[0]);
-    EXPECT_EQ(bytes[0], 44);
-    EXPECT_EQ(ok, 1);
-    bytes[0] = bytes[1] = 0;
-    ArgScan("7,9,x", &ok, "%fb,%fb,%s", &bytes[0], &bytes[1], s2);
-    EXPECT_EQ(bytes[0], 7);
-    EXPECT_EQ(bytes[1], 9);
-    EXPECT_STREQ(s2, "x");
-
-    ArgScan("", nullptr, "%s", s2);
-    EXPECT_STREQ(s2, "x") << "an empty input reads nothing";
-    ArgScan(",", &ok, "%s,", s2);
-    EXPECT_STREQ(s2, "");
-}
-
-/* Roman numerals by the subtractive table, independent of the library's way. */
-std::string reference(uint32_t value)
-{
-    static const struct { uint32_t v; const char *s; } table[] = {
-        {900, "cm"}, {500, "d"}, {400, "cd"}, {100, "c"}, {90, "xc"}, {50, "l"},
-        {40, "xl"}, {10, "x"}, {9, "ix"}, {5, "v"}, {4, "iv"}, {1, "i"},
+    // Destinations by letter: s and t texts, d a number, b and c bytes; the
+    // result shows all of them and the flag ("s|t|d|b|c|ok").
+    struct Case { const char *input, *format, *destinations, *result; } cases[] = {
+        {"abc,12", "%s,%d", "sd", "abc|x|12|0|0|1"},
+        {"abc;12", "%s,%d", "sd", "abc;12|x|-1|0|0|1"},
+        {"  \"a,b\", 7", "\"%s\", %d", "sd", "a,b|x|7|0|0|1"},
+        // A quote in the format where the input has none ends the scan.
+        {"abc", "\"%s\"", "s", "x|x|-1|0|0|0"},
+        {"1;2", "%d,%d", "dd", "x|x|1|0|0|0"},
+        // %b keeps its destination unless marked f: the next conversion writes there too.
+        {"7,300", "%b,%fb", "b", "x|x|-1|44|0|1"},
+        {"7,9,yz", "%fb,%fb,%s", "bct", "x|yz|-1|7|9|1"},
+        {",", "%s,", "t", "x||-1|0|0|1"},
+        // An empty input reads nothing; the flag may be null.
+        {"", "%s", "t", "x|x|-1|0|0|-9"},
     };
-    std::string out(value / 1000, 'm');
-    value %= 1000;
-    for (const auto &t : table)
-        for (; value >= t.v; value -= t.v)
-            out += t.s;
-    return out;
+    for (const Case &c : cases) {
+        char s[64] = "x", t[64] = "x";
+        int32_t d = -1;
+        BYTE b[2] = {0, 0};
+        int ok = -9;
+        void *slots[3] = {};
+        for (size_t i = 0; c.destinations[i]; i++) {
+            switch (c.destinations[i]) {
+            case 's': slots[i] = s; break;
+            case 't': slots[i] = t; break;
+            case 'd': slots[i] = &d; break;
+            default: slots[i] = &b[c.destinations[i] - 'b']; break;
+            }
+        }
+        ArgScan(c.input, *c.input ? &ok : nullptr, c.format, slots[0], slots[1], slots[2]);
+        char result[160];
+        snprintf(result, sizeof result, "%s|%s|%d|%u|%u|%d", s, t, d, b[0], b[1], ok);
+        EXPECT_STREQ(result, c.result) << c.input;
+    }
 }
 
 TEST(Roman, EveryValueTo4999MatchesAnIndependentConverter)
 {
     char buffer[64];
     for (uint32_t v = 0; v < 5000; v++)
-        ASSERT_EQ(std::string(DToRoman(v, 0, buffer, 40)), reference(v)) << v;
+        ASSERT_EQ(std::string(DToRoman(v, 0, buffer, 40)), testhelp::romanReference(v)) << v;
     EXPECT_STREQ(DToRoman(1994, 1, nullptr, 0), "MCMXCIV");
     EXPECT_STREQ(DToRoman(4000, 0, buffer, 40), "mmmm");
 }

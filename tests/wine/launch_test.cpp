@@ -11,6 +11,7 @@
 
 #include "boxhook.h"
 #include "qviso32.h"
+#include "../shared/test_helpers.h"
 
 namespace {
 
@@ -47,8 +48,7 @@ protected:
 
     void SetUp() override
     {
-        owner = CreateWindowA("STATIC", "Planner", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 200, 100, nullptr, nullptr,
-                              nullptr, nullptr);
+        owner = testhelp::makeWindow("Planner");
         ran = CreateEventA(nullptr, TRUE, FALSE, "QvLaunchedChild");
         SetEnvironmentVariableA("QV_LAUNCH_OUT", out.c_str());
         DeleteFileA(out.c_str());

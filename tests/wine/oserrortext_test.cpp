@@ -30,21 +30,17 @@ TEST(OSErrorText, ACodeTheSystemKnowsGivesTheSystemsText)
     }
 }
 
-struct LineCase {
-    uint32_t code;
-    const char *line;
-};
-
 TEST(OSErrorText, ACodeTheSystemDoesNotKnowGivesTheTableLine)
 {
-    const LineCase cases[] = {
+    // The lines themselves are tested natively; here, that they are reached.
+    const struct {
+        uint32_t code;
+        const char *line;
+    } cases[] = {
         {0x80004003, "Error -2147467261(0x80004003) : E_POINTER - Invalid pointer"},
-        {0x8000FFFF, "Error -2147418113(0x8000ffff) : E_UNEXPECTED - Catastrophic failure"},
-        {0xFFFFFFF8, "Error -8(0xfffffff8) : LZERROR_UNKNOWNALG - Compression algorithm not recognized."},
-        {0x10000005, "Error 268435461(0x10000005) : ERROR_ACCESS_DENIED - Access is denied."},
         {99999, "Error 99999(0x1869f) : Unknown ID - "},
     };
-    for (const LineCase &c : cases) {
+    for (const auto &c : cases) {
         EXPECT_EQ(systemText(c.code), "") << c.code << " is known to this system";
         EXPECT_STREQ(OSErrorGetOSErrorString(c.code), c.line) << c.code;
     }

@@ -6,11 +6,15 @@
 #include <gtest/gtest.h>
 #include <stdio.h>
 
+#include <iterator>
 #include <string>
+#include <vector>
 
 #include "boxhook.h"
 #include "qviso32.h"
+#include "../shared/test_helpers.h"
 #include "resource_ids.h"
+#include "../../error/rvtable.h"
 
 namespace {
 
@@ -19,12 +23,7 @@ using boxhook::Asterisk, boxhook::Exclamation, boxhook::Hand;
 constexpr const char *F = "C:\\data\\week.cal";
 constexpr const char *kSecond = "Week 12 could not be printed.";
 
-std::string resourceText(UINT id)
-{
-    char text[1024] = "";
-    LoadStringA(ResourceGetHandle(), id, text, sizeof text);
-    return text;
-}
+using testhelp::makeWindow, testhelp::resourceText;
 
 /* String id filled in with two 32-bit arguments, as the library does. */
 std::string expectedText(UINT id, uintptr_t first = 0, uintptr_t second = 0)
@@ -46,12 +45,6 @@ OSErrorInfo *record(RV code, const char *detail = "", uint32_t param = 0, uint32
     snprintf(info->Detail, sizeof info->Detail, "%s", detail);
     snprintf(info->Text2, sizeof info->Text2, "%s", kSecond);
     return info;
-}
-
-HWND makeWindow(const char *title)
-{
-    return CreateWindowA("STATIC", title, WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 200, 100, nullptr, nullptr,
-                         nullptr, nullptr);
 }
 
 class Presentation : public ::testing::Test {
@@ -78,63 +71,52 @@ protected:
     }
 };
 
-/* What a message shows among its particulars. */
-enum Arg { None, Detail, Param, Name, Second, SystemText };
+/* The presentation column of the table of result codes, read as what a
+   test expects to see; the kinds with rules of their own are tested apart. */
+enum Arg { M_None, M_Detail, M_Param1, M_Param3, M_Name, M_Text2, M_SystemText };
+enum Kind { Silent, Plain, Titled, Special };
+struct Shown {
+    Kind kind;
+    UINT string;
+    boxhook::Icon icon;
+    Arg arg;
+};
+constexpr boxhook::Icon H = Hand, E = Exclamation, A = Asterisk;
+constexpr Shown kSilent{Silent, 0, boxhook::NoIcon, M_None}, kOSError{Special, 0, H, M_None};
+constexpr Shown kExecute = kOSError, kAccess = kOSError, kFocus = kOSError;
+constexpr Shown kInternal{Plain, IDS_ERR_INTERNAL, H, M_Name}, kFailure{Plain, IDS_ERR_FAILURE, H, M_Name};
+constexpr Shown plain(UINT id, boxhook::Icon icon, Arg arg = M_None) { return {Plain, id, icon, arg}; }
+constexpr Shown titled(UINT id, boxhook::Icon icon, Arg arg = M_None) { return {Titled, id, icon, arg}; }
+constexpr Shown switched(UINT, boxhook::Icon, Arg) { return kOSError; }
+
+const Shown kShown[] = {
+#define QV_SHOWN_NAMED(value, name, mode, args, shown, doc) shown,
+#define QV_SHOWN_UNNAMED(value, mode, args, shown, doc) shown,
+    QV_RV_TABLE(QV_SHOWN_NAMED, QV_SHOWN_UNNAMED)
+#undef QV_SHOWN_NAMED
+#undef QV_SHOWN_UNNAMED
+    kInternal, // any code beyond the table
+};
 
 struct MessageCase {
     RV code;
     const char *detail;
     uint32_t param, osError;
-    UINT string; /* 0: nothing is shown */
-    Arg first, second;
-    boxhook::Icon icon;
-    bool appCaption;
+    Shown shown;
+    Arg second;
 };
 
-/* Every kind of particulars, icon and caption, and the codes with rules of their own. */
-const MessageCase kMessages[] = {
-    {RV_OutOfDisk, F, 0, 0, IDS_ERR_OUT_OF_DISK, Detail, None, Asterisk, false},
-    {RV_OutOfLocalMemory, "", 512, 0, IDS_ERR_OUT_OF_LOCAL_MEMORY, Param, None, Hand, false},
-    {RV_OutOfGlobalMemory, "", 70000, 0, IDS_ERR_OUT_OF_GLOBAL_MEMORY, Param, None, Asterisk, false},
-    {RV_GDIError, "", 0, 0, IDS_ERR_SYSTEM_RESOURCES, None, None, Asterisk, false},
-    {RV_RecordLocked, "", 0, 0, IDS_ERR_RECORD_LOCKED, None, None, Asterisk, false},
-    {RV_AssertionFailure, "", 0, 0, IDS_ERR_FAILURE, Name, None, Hand, false},
-    {RV_NoFile, F, 0, 0, IDS_ERR_NO_FILE, Detail, None, Asterisk, false},
-    {RV_OSError, F, 0, ERROR_TOO_MANY_OPEN_FILES, IDS_ERR_TOO_MANY_OPEN_FILES, Detail, None, Asterisk, false},
-    {RV_OSError, F, 0, ERROR_SHARING_VIOLATION, IDS_ERR_SHARING_VIOLATION, Detail, None, Hand, false},
-    {RV_OSError, F, 0, ERROR_INVALID_HANDLE, IDS_ERR_OS_ERROR, SystemText, Detail, Hand, false},
-    {RV_ForceOSError, "", 0, 0, IDS_ERR_INTERNAL, Name, None, Hand, false},
-    {RV_ReadFailure, F, 0, 0, IDS_ERR_READ_FAILURE, Detail, None, Hand, false},
-    {RV_FreeListFailure, "", 0, 0, IDS_ERR_READ_FAILURE, Detail, None, Hand, false},
-    {RV_ExecuteError, "calc.exe", 2, 0, IDS_ERR_EXECUTE_NOT_FOUND, Detail, None, Asterisk, false},
-    {RV_ExecuteError, "calc.exe", 1, 0, IDS_ERR_EXECUTE, Detail, None, Asterisk, false},
-    {RV_ExecuteError, "calc.exe", 0xFFFFFFFF, 0, IDS_ERR_EXECUTE, Detail, None, Asterisk, false},
-    {71, "", 0, 0, IDS_ERR_FORMATTED, Second, None, Hand, false},
-    {RV_RemoteDelete, "", 0, 0, IDS_ERR_REMOTE_DELETE, None, None, Exclamation, false},
-    {RV_Vel10FileCorrupt, F, 0, 0, IDS_ERR_OLD_FILE_CORRUPT, Detail, None, Hand, true},
-    {RV_BadInstall, "", 0, 0, IDS_ERR_BAD_INSTALL, None, None, Asterisk, true},
-    {RV_NotSchedulingFile, F, 0, 0, IDS_ERR_NOT_SCHEDULE_FILE, Detail, None, Asterisk, true},
-    {105, "no partner", 0, 0, IDS_ERR_EXCHANGE_START, Detail, None, Asterisk, false},
-    {106, "Server", 0, 0, IDS_ERR_EXCHANGE_REFUSED, Detail, None, Asterisk, false},
-    {116, F, 0, 0, IDS_ERR_EXCHANGE_SKIPPED, Detail, None, Asterisk, false},
-    {RV_NoWWWBrowserFound, "", 0, 0, IDS_ERR_NO_WEB_BROWSER, None, None, Asterisk, false},
-    {101, "", 0, 0, IDS_ERR_INTERNAL, Name, None, Hand, false},
-    {118, "", 0, 0, IDS_ERR_INTERNAL, Name, None, Hand, false},
-    {RV_Success, "", 0, 0, 0, None, None, boxhook::NoIcon, false},
-    {RV_FileLocked, F, 0, 0, 0, None, None, boxhook::NoIcon, false},
-    {RV_Warning, "", 0, 0, 0, None, None, boxhook::NoIcon, false},
-    {RV_DDEMLError, "", 0, 0, 0, None, None, boxhook::NoIcon, false},
-};
-
+/* What each particular is when an error is recorded by record(). */
 uintptr_t particular(const MessageCase &c, Arg arg)
 {
     switch (arg) {
-    case Detail: return reinterpret_cast<uintptr_t>(c.detail);
-    case Param: return c.param;
-    case Name: return reinterpret_cast<uintptr_t>(OSErrorGetRVErrorString(c.code));
-    case Second: return reinterpret_cast<uintptr_t>(kSecond);
-    case SystemText: return reinterpret_cast<uintptr_t>(OSErrorGetOSErrorString(c.osError));
-    case None: break;
+    case M_Detail: return reinterpret_cast<uintptr_t>(c.detail);
+    case M_Param1:
+    case M_Param3: return c.param;
+    case M_Name: return reinterpret_cast<uintptr_t>(OSErrorGetRVErrorString(c.code));
+    case M_Text2: return reinterpret_cast<uintptr_t>(kSecond);
+    case M_SystemText: return reinterpret_cast<uintptr_t>(OSErrorGetOSErrorString(c.osError));
+    case M_None: break;
     }
     return 0;
 }
@@ -142,19 +124,31 @@ uintptr_t particular(const MessageCase &c, Arg arg)
 TEST_F(Presentation, EachCodeShowsItsStringParticularsIconAndCaption)
 {
     EXPECT_EQ(UIHandleError(owner), IDCANCEL) << "nothing recorded";
-    for (const MessageCase &c : kMessages) {
+    std::vector<MessageCase> cases = {
+        // The system error's code and the launch result choose the string.
+        {RV_OSError, F, 0, ERROR_TOO_MANY_OPEN_FILES, plain(IDS_ERR_TOO_MANY_OPEN_FILES, A, M_Detail), M_None},
+        {RV_OSError, F, 0, ERROR_SHARING_VIOLATION, plain(IDS_ERR_SHARING_VIOLATION, H, M_Detail), M_None},
+        {RV_OSError, F, 0, ERROR_INVALID_HANDLE, plain(IDS_ERR_OS_ERROR, H, M_SystemText), M_Detail},
+        {RV_ExecuteError, "calc.exe", 2, 0, plain(IDS_ERR_EXECUTE_NOT_FOUND, A, M_Detail), M_None},
+        {RV_ExecuteError, "calc.exe", 1, 0, plain(IDS_ERR_EXECUTE, A, M_Detail), M_None},
+        {RV_ExecuteError, "calc.exe", 0xFFFFFFFF, 0, plain(IDS_ERR_EXECUTE, A, M_Detail), M_None},
+    };
+    for (RV code = 0; code < std::size(kShown); code++)
+        if (kShown[code].kind != Special)
+            cases.push_back({code, F, 70000, 0, kShown[code], M_None});
+    for (const MessageCase &c : cases) {
         Seen.clear();
         record(c.code, c.detail, c.param, c.osError);
         // Computed before presenting: the system text shares its buffer.
-        std::string text = expectedText(c.string, particular(c, c.first), particular(c, c.second));
-        EXPECT_EQ(UIHandleError(owner), c.string ? IDOK : IDCANCEL) << c.code;
+        std::string text = expectedText(c.shown.string, particular(c, c.shown.arg), particular(c, c.second));
+        EXPECT_EQ(UIHandleError(owner), c.shown.kind == Silent ? IDCANCEL : IDOK) << c.code;
         EXPECT_EQ(OSErrorGetErrorValue(), 0u) << c.code;
-        ASSERT_EQ(Seen.size(), c.string ? 1u : 0u) << c.code;
-        if (!c.string)
+        ASSERT_EQ(Seen.size(), c.shown.kind == Silent ? 0u : 1u) << c.code;
+        if (c.shown.kind == Silent)
             continue;
         EXPECT_EQ(Seen[0].text, text) << c.code;
-        EXPECT_EQ(Seen[0].icon, c.icon) << c.code;
-        EXPECT_EQ(Seen[0].caption, resourceText(c.appCaption ? IDS_APP_NAME : IDS_ERROR_CAPTION)) << c.code;
+        EXPECT_EQ(Seen[0].icon, c.shown.icon) << c.code;
+        EXPECT_EQ(Seen[0].caption, resourceText(c.shown.kind == Titled ? IDS_APP_NAME : IDS_ERROR_CAPTION)) << c.code;
         EXPECT_TRUE(Seen[0].ok && !Seen[0].cancel && Seen[0].owner == owner) << c.code;
     }
 }

@@ -1,13 +1,14 @@
 /*
  * The library's internal settings readers, which fall back to the system
  * profile (WIN.INI) where the registry has no value.  They are not exported,
- * so this program builds the settings source in and runs it against the
- * real registry and profile of the test prefix; errors go to the DLL's state.
+ * so this program links the settings source in (see CMakeLists.txt) and runs
+ * it against the real registry and profile of the test prefix; errors go to
+ * the DLL's state.
  */
 #include <gtest/gtest.h>
 
-#include "../../base/os_win.cpp"
-#include "../../core/profile_win.cpp"
+#include "../../core/profile.h"
+#include "qviso32.h"
 
 namespace {
 

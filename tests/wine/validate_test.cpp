@@ -9,6 +9,7 @@
 
 #include "boxhook.h"
 #include "qviso32.h"
+#include "../shared/test_helpers.h"
 
 namespace {
 
@@ -43,8 +44,7 @@ const Check kChecks[] = {
 
 TEST(Validators, RefusalsShowTheRangeInAnOkBox)
 {
-    HWND owner = CreateWindowA("STATIC", "Dialog", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 200, 100, nullptr,
-                               nullptr, nullptr, nullptr);
+    HWND owner = testhelp::makeWindow("Dialog");
     ASSERT_TRUE(boxhook::start());
     for (const Check &c : kChecks) {
         SCOPED_TRACE(c.name);
@@ -78,8 +78,7 @@ struct DecimalSeparator {
 
 TEST(SetDlgItemReal, WritesLengthsWithTheUsersSeparator)
 {
-    HWND dialog = CreateWindowA("STATIC", "Dialog", WS_OVERLAPPEDWINDOW, 0, 0, 200, 100, nullptr, nullptr, nullptr,
-                                nullptr);
+    HWND dialog = testhelp::makeWindow("Dialog", WS_OVERLAPPEDWINDOW);
     CreateWindowA("EDIT", "", WS_CHILD, 0, 0, 100, 20, dialog, reinterpret_cast<HMENU>(100), nullptr, nullptr);
     DecimalSeparator comma(",");
     const struct {
@@ -93,6 +92,34 @@ TEST(SetDlgItemReal, WritesLengthsWithTheUsersSeparator)
         EXPECT_STREQ(text, l.text);
     }
     EXPECT_FALSE(SetDlgItemReal(dialog, 101, 254, 0)); // no such item
+    DestroyWindow(dialog);
+}
+
+TEST(GetDlgItemReal, ReadsTheItemWithEitherSeparatorAndLeavesValueOnRefusal)
+{
+    HWND dialog = CreateWindowA("STATIC", "Dialog", WS_OVERLAPPEDWINDOW, 0, 0, 200, 100, nullptr, nullptr, nullptr,
+                                nullptr);
+    CreateWindowA("EDIT", "", WS_CHILD, 0, 0, 100, 20, dialog, reinterpret_cast<HMENU>(100), nullptr, nullptr);
+    DecimalSeparator comma(",");
+    const struct {
+        const char *text;
+        uint32_t metric;
+        BOOL ok;
+        uint32_t value;
+    } kTexts[] = {{" 1,000 ", 0, TRUE, 254}, {"12.34", 1, TRUE, 1234}, {"1,2.3", 1, FALSE, 5}};
+    for (const auto &t : kTexts) {
+        SetDlgItemTextA(dialog, 100, t.text);
+        uint32_t value = 5;
+        EXPECT_EQ(GetDlgItemReal(dialog, 100, &value, t.metric), t.ok) << t.text;
+        EXPECT_EQ(value, t.value) << t.text;
+    }
+    // A text longer than any fixed buffer is read whole, not in part.
+    std::string longText = "1," + std::string(300, '0') + "x";
+    SetDlgItemTextA(dialog, 100, longText.c_str());
+    uint32_t value = 5;
+    EXPECT_FALSE(GetDlgItemReal(dialog, 100, &value, 1));
+    EXPECT_FALSE(GetDlgItemReal(dialog, 101, &value, 1)); // no such item
+    EXPECT_EQ(value, 5u);
     DestroyWindow(dialog);
 }
 

@@ -9,6 +9,7 @@
 
 #include "boxhook.h"
 #include "qviso32.h"
+#include "../shared/test_helpers.h"
 #include "resource_ids.h"
 
 namespace {
@@ -29,12 +30,7 @@ protected:
     }
 };
 
-std::string resourceText(UINT id)
-{
-    char text[512] = "";
-    LoadStringA(ResourceGetHandle(), id, text, sizeof text);
-    return text;
-}
+using testhelp::resourceText;
 
 /* Refuses the creation of the next `BoxesToRefuse` message boxes. */
 int BoxesToRefuse;

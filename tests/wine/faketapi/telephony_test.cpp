@@ -13,6 +13,7 @@
 #include "boxhook.h"
 #include <tapi.h>
 #include "qviso32.h"
+#include "../../shared/test_helpers.h"
 #include "resource_ids.h"
 
 namespace {
@@ -72,11 +73,8 @@ std::vector<int> boxes()
     std::vector<int> ids;
     for (const boxhook::Box &box : boxhook::Seen) {
         int found = 0;
-        for (int id = 1153; id <= 1177 && !found; id++) {
-            char text[512] = "";
-            if (LoadStringA(ResourceGetHandle(), id, text, sizeof text) && box.text == text)
-                found = id;
-        }
+        for (int id = 1153; id <= 1177 && !found; id++)
+            found = box.text == testhelp::resourceText(id) ? id : 0;
         ids.push_back(found);
     }
     return ids;
@@ -152,9 +150,7 @@ TEST_F(Telephony, StartLoadsTheLibraryBesideTheProgramAndStartsTheLineApplicatio
     start("");
     EXPECT_TRUE(IsTelephonyEnabled());
     EXPECT_EQ(Telephony_GetNumDevices(), 3u);
-    char expected[64];
-    LoadStringA(ResourceGetHandle(), 1, expected, sizeof expected);
-    EXPECT_EQ(calls(), std::vector<std::string>{"lineInitialize app=\"" + std::string(expected) + "\""});
+    EXPECT_EQ(calls(), std::vector<std::string>{"lineInitialize app=\"" + testhelp::resourceText(IDS_APP_NAME) + "\""});
     TelephonyClientStart(nullptr);
     EXPECT_EQ(calls().size(), 1u) << "a second start keeps the line application";
     EXPECT_EQ(Telephony_lineSetCurrentLocation(5), 0);

@@ -1,0 +1,54 @@
+/*
+ * The core's locale and resource services that the gadgets lean on: the
+ * list separator read from the user's settings, and bitmaps loaded by
+ * number from the resource library.
+ */
+#include <gtest/gtest.h>
+
+#include "qviso32.h"
+
+namespace {
+
+const char kIntl[] = "Control Panel\\International";
+
+void setList(const char *value)
+{
+    HKEY key;
+    ASSERT_EQ(RegCreateKeyA(HKEY_CURRENT_USER, kIntl, &key), ERROR_SUCCESS);
+    if (value)
+        RegSetValueExA(key, "sList", 0, REG_SZ, reinterpret_cast<const BYTE *>(value), strlen(value) + 1);
+    else
+        RegDeleteValueA(key, "sList");
+    RegCloseKey(key);
+}
+
+TEST(Locale, SeparatorIsTheFirstCharacterOfTheUsersListSetting)
+{
+    struct Case {
+        const char *setting; /* null: no value */
+        char expected;
+    } const cases[] = {{";", ';'}, {"|x", '|'}, {"", ','}, {nullptr, ','}};
+    for (const Case &c : cases) {
+        setList(c.setting);
+        EXPECT_EQ(OSGetSeparator(), c.expected) << (c.setting ? c.setting : "(none)");
+    }
+    setList(",");
+}
+
+TEST(Resource, BitmapsLoadByNumberAndAMissingOneIsRecorded)
+{
+    HBITMAP cell = ResourceLoadBitmap(1);
+    ASSERT_NE(cell, nullptr);
+    BITMAP info = {};
+    GetObjectA(cell, sizeof info, &info);
+    EXPECT_EQ(info.bmWidth, 24);
+    EXPECT_EQ(info.bmHeight, 8);
+    DeleteObject(cell);
+
+    OSErrorClearError();
+    EXPECT_EQ(ResourceLoadBitmap(9999), nullptr);
+    EXPECT_EQ(OSErrorGetErrorValue(), RV_UserError);
+    OSErrorClearError();
+}
+
+} // namespace
