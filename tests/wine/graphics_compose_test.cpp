@@ -12,6 +12,8 @@
 #include "qviso32.h"
 
 using gfx::backdrop;
+using gfx::Filler;
+using gfx::freeSlots;
 using gfx::Surface;
 
 namespace {
@@ -226,35 +228,6 @@ TEST(Regions, RoundedCornersAreTheEllipsePixels)
 }
 
 /* ---- The GDI handle table ------------------------------------------------ */
-
-/* Fills every free slot of the handle table with small regions, so that the
-   code under test gets exactly the slots released on purpose. */
-struct Filler {
-    std::vector<HRGN> held;
-    int fill()
-    {
-        int added = 0;
-        while (HRGN r = CreateRectRgn(0, 0, 1, 1)) {
-            held.push_back(r);
-            added++;
-        }
-        return added;
-    }
-    void release(int n)
-    {
-        for (; n > 0 && !held.empty(); n--) {
-            DeleteObject(held.back());
-            held.pop_back();
-        }
-    }
-    ~Filler() { release(int(held.size())); }
-};
-
-int freeSlots()
-{
-    Filler f;
-    return f.fill();
-}
 
 /* What the calls below draw on and with. */
 struct Scene {
