@@ -15,6 +15,7 @@ void showErrorText(void); /* kit_demo.c */
 void showTimeGad(void);   /* timegad_demo.c */
 void showDialogs(void);   /* dialogs_demo.c */
 void showVList(void);     /* vlist_demo.c */
+void showGraphics(void); /* graphics_demo.c */
 
 static void showStartUp(void)
 {
@@ -229,6 +230,7 @@ int main(int argc, char **argv)
     showTimeGad();
     showDialogs();
     showVList();
+    showGraphics();
     DrailufInstanceStop(0);
     return 0;
 }

@@ -141,7 +141,16 @@ int CALLBACK playRecord(HDC dc, HANDLETABLE *table, METARECORD *record, int obje
     if (play->at >= play->total || !metaRecordPlayable(bytes, play->total - play->at, play->objects))
         return 0;
     play->at += 2 * le32(bytes);
-    PlayMetaFileRecord(dc, table, record, UINT(objects));
+    if (le16(bytes + 4) == kMetaFrameRegion) {
+        /* The record holds region, brush, height, width; Wine's player reads
+           the two indices from the far end instead, past its handle table
+           when the frame is large, so this record is played here. */
+        const uint8_t *p = bytes + 6;
+        FrameRgn(dc, HRGN(table->objectHandle[le16(p)]), HBRUSH(table->objectHandle[le16(p + 2)]),
+                 int16_t(le16(p + 6)), int16_t(le16(p + 4)));
+    } else {
+        PlayMetaFileRecord(dc, table, record, UINT(objects));
+    }
     /* Escape pressed since the last look (or held down) ends the picture
        between two records. */
     return (GetAsyncKeyState(VK_ESCAPE) & 0x8001) ? 0 : 1;

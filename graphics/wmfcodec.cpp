@@ -14,7 +14,6 @@ enum : uint16_t {
     kPaintRegion = 0x012B,
     kSelectClipRegion = 0x012C,
     kFillRegion = 0x0228,
-    kFrameRegion = 0x0429,
     kSelectObject = 0x012D,
     kDeleteObject = 0x01F0,
     kSelectPalette = 0x0234,
@@ -92,9 +91,10 @@ bool metaRecordPlayable(const uint8_t *record, size_t room, uint32_t objects)
     case kInvertRegion:
     case kPaintRegion:
         return params >= 1 && param(0) < objects;
-    case kFillRegion:
-    case kFrameRegion: /* a region and a brush */
+    case kFillRegion: /* brush, region */
         return params >= 2 && param(0) < objects && param(1) < objects;
+    case kMetaFrameRegion: /* region, brush, height, width */
+        return params >= 4 && param(0) < objects && param(1) < objects;
     case kSelectClipRegion:
         return params >= 1 && (param(0) == 0 || param(0) < objects);
     case kPolygon:

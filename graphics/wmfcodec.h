@@ -73,4 +73,8 @@ RV metaCheckChain(const uint8_t *bits, size_t length);
  */
 bool metaRecordPlayable(const uint8_t *record, size_t room, uint32_t objects);
 
+/* The region-frame record's function: the library plays it itself (see
+   metafile_win.cpp). */
+constexpr uint16_t kMetaFrameRegion = 0x0429;
+
 #endif /* QV_GRAPHICS_WMFCODEC_H */

@@ -496,4 +496,50 @@ TEST(Metafile, PlaceableFilesGiveTheirManifestOutcomeAndPlay)
     DeleteFileA(name);
 }
 
+TEST(PictureHandles, RepeatedCallsLoseNoSlot)
+{
+    HBITMAP bitmap = screenBitmap(9, 7);
+    HGLOBAL dib = DIB_DibFromBitmap(bitmap, 0, 0, nullptr);
+    HMETAFILE mf = recordPicture(3);
+    const Bytes st = stream32(MM_ISOTROPIC, 2540, 2540, bitsOf(mf));
+    DeleteMetaFile(mf);
+    HGLOBAL picture = MF_StreamToMF(st.data(), FALSE);
+    Surface s(40, 30);
+    RECT rc{0, 0, 40, 30};
+    struct Call {
+        const char *name;
+        void (*run)(HBITMAP, HGLOBAL, HGLOBAL, const Bytes &, Surface &, RECT &);
+    };
+    const Call calls[] = {
+        {"DibFromBitmap + BitmapFromDib", [](HBITMAP b, HGLOBAL, HGLOBAL, const Bytes &, Surface &, RECT &) {
+             HGLOBAL d = DIB_DibFromBitmap(b, 0, 0, nullptr);
+             HPALETTE p = DIB_CreateDibPalette(d);
+             DeleteObject(DIB_BitmapFromDib(d, p));
+             DeleteObject(p);
+             DIB_Destroy(DIB_CompressDIB(d, TRUE));
+         }},
+        {"CopyBitmap", [](HBITMAP b, HGLOBAL, HGLOBAL, const Bytes &, Surface &, RECT &) { DeleteObject(DIB_CopyBitmap(b)); }},
+        {"DibBlt + StretchBlt", [](HBITMAP, HGLOBAL d, HGLOBAL, const Bytes &, Surface &s, RECT &) {
+             DIB_DibBlt(s.dc, 0, 0, 9, 7, d, 0, 0, 0);
+             DIB_StretchBlt(s.dc, 0, 0, 18, 14, d, 0, 0, 9, 7, SRCCOPY);
+         }},
+        {"StreamToMF + Play + Destroy", [](HBITMAP, HGLOBAL, HGLOBAL p, const Bytes &st, Surface &s, RECT &rc) {
+             HGLOBAL o = MF_StreamToMF(st.data(), FALSE);
+             MF_Play(s.dc, &rc, o);
+             SIZE size{};
+             MF_GetDimensions(s.dc, p, &size);
+             MF_Destroy(o);
+         }},
+    };
+    for (const Call &c : calls) {
+        const int before = gfx::freeSlots();
+        for (int i = 0; i < 300; i++)
+            c.run(bitmap, dib, picture, st, s, rc);
+        EXPECT_EQ(gfx::freeSlots(), before) << c.name;
+    }
+    MF_Destroy(picture);
+    DIB_Destroy(dib);
+    DeleteObject(bitmap);
+}
+
 } // namespace
