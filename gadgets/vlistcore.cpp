@@ -145,15 +145,20 @@ void fetch(VlBox *box, uint32_t first, uint32_t last)
     vlNotify(box, VLBC_FETCH, &record);
 }
 
-/* Shrinks the window to `size` entries starting at 0 (a list no longer than
-   the visible rows). */
-void shrinkTo(VlBox *box, uint32_t size)
+/* A list no longer than the visible rows: the window becomes exactly the
+   list, from 0, and so does the fill size.  The count may be larger than the
+   window was (3 items, then 17, both within the rows shown), so the window
+   grows as well as shrinks; the array only gives up room at the release.  If
+   the room cannot be had the window keeps what it has and the failure is
+   recorded. */
+void fitToCount(VlBox *box, uint32_t count)
 {
-    for (uint32_t i = 0; box->cache && i < box->cacheSize; i++)
-        if (box->base != 0 || i >= size)
-            releaseSlot(box, &box->cache[i]);
+    moveWindow(box, 0);
+    for (uint32_t i = count; box->cache && i < box->cacheSize; i++)
+        releaseSlot(box, &box->cache[i]);
     box->base = 0;
-    box->cacheSize = minU(box->cacheSize, size);
+    box->cacheSize = ensureCapacity(box, count) ? count : minU(box->cacheSize, count);
+    box->fillSize = box->cacheSize;
 }
 
 uint32_t *selLock(const VlBox *box)
@@ -372,8 +377,7 @@ void vlSetCount(VlBox *box, uint32_t count)
 {
     if (count != VL_NONE && count <= box->visible) {
         box->top = 0;
-        shrinkTo(box, count);
-        box->fillSize = count;
+        fitToCount(box, count);
     } else {
         box->count = count;
         restoreSizes(box);

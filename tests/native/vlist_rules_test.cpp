@@ -216,14 +216,26 @@ TEST_F(VListRules, GettersAskOneItemUpToTheCount)
 
 TEST_F(VListRules, ShortListGrowingAgainGetsItsSizesBack)
 {
-    start(0, 1000, 10, 200, 40);
-    vlSetCount(&rec.box, 0);
-    EXPECT_EQ(rec.box.cacheSize, 0u);
-    rec.fetched.clear();
-    vlSetCount(&rec.box, 500);
-    EXPECT_EQ(rec.box.cacheSize, 200u);
-    EXPECT_EQ(rec.box.fillSize, 40u);
-    EXPECT_EQ(rec.fetched, (Runs{{0, 39}}));
+    struct Case {
+        uint32_t shortCount, grownCount, cacheSize, fillSize;
+        Runs expected; /* what the growth asks for */
+    } cases[] = {
+        {0, 500, 200, 40, {{0, 39}}},
+        {3, 8, 8, 8, {{3, 7}}}, /* still within the visible rows: the window grows to the count, keeping 0..2 */
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(testing::Message() << c.shortCount << " then " << c.grownCount);
+        start(0, 1000, 10, 200, 40);
+        vlSetCount(&rec.box, c.shortCount);
+        EXPECT_EQ(rec.box.cacheSize, c.shortCount);
+        rec.fetched.clear();
+        vlSetCount(&rec.box, c.grownCount);
+        EXPECT_EQ(rec.box.base, 0u);
+        EXPECT_EQ(rec.box.cacheSize, c.cacheSize);
+        EXPECT_EQ(rec.box.fillSize, c.fillSize);
+        EXPECT_EQ(rec.fetched, c.expected);
+        vlRelease(&rec.box);
+    }
 }
 
 TEST_F(VListRules, InitializeSizesTheCache)
