@@ -50,6 +50,8 @@ protected:
     {
         owner = testhelp::makeWindow("Planner");
         ran = CreateEventA(nullptr, TRUE, FALSE, "QvLaunchedChild");
+        // The previous test's child may still hold the event, set, while it exits.
+        ResetEvent(ran);
         SetEnvironmentVariableA("QV_LAUNCH_OUT", out.c_str());
         DeleteFileA(out.c_str());
         ASSERT_TRUE(boxhook::start());
