@@ -17,3 +17,6 @@ list(APPEND QV_WINDOWS_SOURCES gadgets/tabs_placeholders_win.cpp)
 list(APPEND QV_WINDOWS_SOURCES gadgets/vlist_placeholders_win.cpp)
 # the colour picker's palette and names
 list(APPEND QV_PORTABLE_SOURCES gadgets/colornames.cpp)
+# the small gadgets, one file each
+list(APPEND QV_WINDOWS_SOURCES gadgets/qvbitmap_win.cpp gadgets/stopwatch_win.cpp gadgets/datetracker_win.cpp
+     gadgets/tumbler_win.cpp)

@@ -198,6 +198,48 @@ BOOL QVAPI VListBox_IsItemCached(HWND window, uint32_t index);
 #endif /* _WIN32 */
 
 #ifdef _WIN32
+/* ---- Small gadgets ---------------------------------------------------------
+ * Each tells its parent of a change made by the user with WM_COMMAND (its
+ * identifier, the code below, its window); changes made by message are not
+ * told.  All paint for WM_PRINTCLIENT as for WM_PAINT.
+ */
+
+/* QvBitmap: a bitmap centred on the background, a key colour left out; a
+   press and release of the left button over it sends BN_CLICKED. */
+#define QVBM_SETBITMAP 0x400 /* wp: HBITMAP (stays the caller's), lp: key colour or CLR_INVALID; returns the previous bitmap */
+#define QVBM_GETBITMAP 0x401
+
+/* StopWatch: elapsed time as h:mm:ss (also its window text, which cannot
+   be set otherwise); a click starts or stops it. */
+#define QVSW_START 0x400      /* 1; 0 when no timer is to be had */
+#define QVSW_STOP 0x401
+#define QVSW_RESET 0x402      /* to 0:00:00, running or not */
+#define QVSW_GETSECONDS 0x403 /* whole seconds elapsed */
+#define QVSW_SETSECONDS 0x404 /* wp: seconds (below 4294968), running or not */
+#define QVSW_ISRUNNING 0x405
+enum { QVSWN_STARTED = 1, QVSWN_STOPPED = 2, QVSWN_RESET = 3 };
+
+/* DateTracker: one date-time record, shown as the short date (also the
+   window text); it starts at today.  Left/Down step a day back, Right/Up a
+   day on, with Ctrl a month; a click in the left or right quarter steps a
+   day.  Steps that would leave 1800-2101 do nothing. */
+#define QVDT_SETDATE 0x400 /* lp: const OSDateTime *; 0 for an invalid record */
+#define QVDT_GETDATE 0x401 /* lp: OSDateTime * filled */
+enum { QVDTN_CHANGED = 1 };
+
+/* Tumbler: a duration of 0 to 1439 minutes; the window text is its tumbler
+   string (the minutes in decimal; setting a larger number gives 1439),
+   shown as hours and minutes.  Up/Right add the step, Down/Left take it
+   away, stopping at the ends; a click in the right half adds, in the left
+   half takes away. */
+#define QVTU_SETMINUTES 0x400 /* wp: minutes (above 1439: 1439) */
+#define QVTU_GETMINUTES 0x401
+#define QVTU_SETSTEP 0x402    /* wp: 1..1439 minutes, 15 at first; 0 for others */
+#define QVTU_GETSTEP 0x403
+enum { QVTUN_CHANGED = 1 };
+#endif /* _WIN32 */
+
+#ifdef _WIN32
 /* ---- Exported window procedures ---------------------------------------- */
 LRESULT QVAPI GadPageWndProc(HWND window, UINT message, WPARAM wp, LPARAM lp);
 LRESULT QVAPI GadFMWndProc(HWND window, UINT message, WPARAM wp, LPARAM lp);

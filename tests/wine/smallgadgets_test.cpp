@@ -1,0 +1,236 @@
+/*
+ * The small gadgets: their messages, synthesised clicks and keys, what the
+ * recording parent is told, and their pictures through WM_PRINTCLIENT.
+ */
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "gadget_parent.h"
+#include "gfx_pixels.h"
+#include "qviso32.h"
+
+namespace {
+
+constexpr int kId = 42;
+
+HWND makeGadget(HWND parent, const char *className, const char *text = "", int w = 120, int h = 24)
+{
+    return CreateWindowA(className, text, WS_CHILD | WS_VISIBLE, 10, 10, w, h, parent,
+                         reinterpret_cast<HMENU>(static_cast<INT_PTR>(kId)), GetModuleHandleA(nullptr), nullptr);
+}
+
+std::string textOf(HWND window)
+{
+    char text[128] = "";
+    GetWindowTextA(window, text, sizeof text);
+    return text;
+}
+
+void click(HWND window, int x, int y)
+{
+    SendMessageA(window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(x, y));
+    SendMessageA(window, WM_LBUTTONUP, 0, MAKELPARAM(x, y));
+}
+
+void key(HWND window, UINT vk, bool control = false)
+{
+    BYTE state[256];
+    GetKeyboardState(state);
+    state[VK_CONTROL] = control ? 0x80 : 0;
+    SetKeyboardState(state);
+    SendMessageA(window, WM_KEYDOWN, vk, 1);
+    state[VK_CONTROL] = 0;
+    SetKeyboardState(state);
+}
+
+void printInto(HWND window, gfx::Surface &surface)
+{
+    surface.paint([](int, int) { return RGB(1, 2, 3); });
+    SendMessageA(window, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(surface.dc), PRF_CLIENT);
+}
+
+TEST(QvBitmap, ShowsTheBitmapCentredWithoutItsKeyAndClicksOnRelease)
+{
+    HWND parent = makeParent();
+    HWND gadget = makeGadget(parent, "QvBitmap", "", 20, 20);
+    gfx::Surface picture(6, 6, false);
+    const COLORREF key = RGB(255, 0, 255), red = RGB(220, 0, 0);
+    picture.paint([&](int x, int y) { return x == 0 && y == 0 ? key : red; });
+
+    EXPECT_EQ(SendMessageA(gadget, QVBM_SETBITMAP, reinterpret_cast<WPARAM>(picture.bitmap), key), 0);
+    gfx::Surface shot(20, 20);
+    printInto(gadget, shot);
+    const COLORREF background = shot.at(0, 0);
+    EXPECT_NE(background, RGB(1, 2, 3)) << "background not painted";
+    EXPECT_EQ(shot.at(10, 10), red);
+    EXPECT_EQ(shot.at(7, 7), background) << "key colour drawn";
+    EXPECT_EQ(SendMessageA(gadget, QVBM_SETBITMAP, reinterpret_cast<WPARAM>(picture.bitmap), CLR_INVALID),
+              reinterpret_cast<LRESULT>(picture.bitmap));
+    printInto(gadget, shot);
+    EXPECT_EQ(shot.at(7, 7), key);
+
+    takeCodes();
+    click(gadget, 5, 5);
+    EXPECT_EQ(parentLog().commandIds, std::vector<int>{kId});
+    EXPECT_EQ(takeCodes(), std::vector<int>{BN_CLICKED});
+    SendMessageA(gadget, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 5));
+    SendMessageA(gadget, WM_LBUTTONUP, 0, MAKELPARAM(50, 5));
+    SendMessageA(gadget, WM_LBUTTONUP, 0, MAKELPARAM(5, 5));
+    EXPECT_TRUE(takeCodes().empty()) << "released outside, or never pressed";
+    DestroyWindow(parent);
+}
+
+TEST(StopWatch, ShowsElapsedTimeAndCountsOnlyWhileRunning)
+{
+    HWND parent = makeParent();
+    HWND watch = makeGadget(parent, "StopWatch");
+    struct Row {
+        WPARAM seconds;
+        const char *text;
+    } rows[] = {{0, "0:00:00"}, {3723, "1:02:03"}, {360000, "100:00:00"}};
+    for (const Row &row : rows) {
+        EXPECT_TRUE(SendMessageA(watch, QVSW_SETSECONDS, row.seconds, 0));
+        EXPECT_EQ(textOf(watch), row.text);
+        EXPECT_EQ(static_cast<WPARAM>(SendMessageA(watch, QVSW_GETSECONDS, 0, 0)), row.seconds);
+    }
+    EXPECT_FALSE(SetWindowTextA(watch, "9:99:99"));
+    EXPECT_TRUE(takeCodes().empty()) << "changes by message are not told";
+
+    SendMessageA(watch, QVSW_SETSECONDS, 59, 0);
+    click(watch, 5, 5);
+    EXPECT_TRUE(SendMessageA(watch, QVSW_ISRUNNING, 0, 0));
+    DWORD start = GetTickCount();
+    while (GetTickCount() - start < 1300) {
+        pump();
+        Sleep(10);
+    }
+    EXPECT_EQ(textOf(watch), "0:01:00") << "the timer did not bring the text up to date";
+    click(watch, 5, 5);
+    LRESULT stopped = SendMessageA(watch, QVSW_GETSECONDS, 0, 0);
+    Sleep(1100);
+    pump();
+    EXPECT_EQ(SendMessageA(watch, QVSW_GETSECONDS, 0, 0), stopped) << "counted while stopped";
+    SendMessageA(watch, QVSW_RESET, 0, 0);
+    EXPECT_EQ(textOf(watch), "0:00:00");
+    EXPECT_EQ(takeCodes(), (std::vector<int>{QVSWN_STARTED, QVSWN_STOPPED, QVSWN_RESET}));
+    DestroyWindow(parent);
+}
+
+OSDateTime date(uint16_t year, uint8_t month, uint8_t day)
+{
+    OSDateTime dt{};
+    OSSetDateTime(&dt, year, month, day, 9, 30, 0, 0);
+    return dt;
+}
+
+TEST(DateTracker, StepsByDayOrMonthWithKeysAndClicksStoppingAtTheRangeEnd)
+{
+    HWND parent = makeParent();
+    HWND tracker = makeGadget(parent, "DateTracker", "", 160, 24);
+    struct Row {
+        OSDateTime from;
+        UINT vk; /* 0: a click in the left quarter, 1: in the right quarter */
+        bool control;
+        OSDateTime to;
+    } rows[] = {
+        {date(2024, 2, 28), VK_RIGHT, false, date(2024, 2, 29)},
+        {date(2024, 3, 1), VK_DOWN, false, date(2024, 2, 29)},
+        {date(2024, 1, 15), VK_UP, true, date(2024, 2, 15)},
+        {date(2024, 1, 15), VK_LEFT, true, date(2023, 12, 15)},
+        {date(2024, 1, 1), 0, false, date(2023, 12, 31)},
+        {date(2024, 1, 1), 1, false, date(2024, 1, 2)},
+        {date(2101, 12, 31), VK_RIGHT, false, date(2101, 12, 31)},
+    };
+    for (const Row &row : rows) {
+        SCOPED_TRACE(testing::Message() << row.from.year << "-" << int(row.from.month) << "-" << int(row.from.day)
+                                        << " key " << row.vk);
+        ASSERT_TRUE(SendMessageA(tracker, QVDT_SETDATE, 0, reinterpret_cast<LPARAM>(&row.from)));
+        takeCodes();
+        if (row.vk == 0)
+            click(tracker, 5, 12);
+        else if (row.vk == 1)
+            click(tracker, 155, 12);
+        else
+            key(tracker, row.vk, row.control);
+        OSDateTime now{};
+        SendMessageA(tracker, QVDT_GETDATE, 0, reinterpret_cast<LPARAM>(&now));
+        EXPECT_EQ(OSDateTimeCompare(&now, &row.to), 0) << int(now.month) << "/" << int(now.day);
+        bool changed = OSDateTimeCompare(&row.from, &row.to) != 0;
+        EXPECT_EQ(takeCodes(), changed ? std::vector<int>{QVDTN_CHANGED} : std::vector<int>{});
+        char expected[64];
+        OSDateTimeToString(&row.to, expected, nullptr, 0x02, sizeof expected);
+        EXPECT_EQ(textOf(tracker), expected);
+    }
+    OSDateTime bad = date(2024, 1, 1);
+    bad.month = 13;
+    EXPECT_FALSE(SendMessageA(tracker, QVDT_SETDATE, 0, reinterpret_cast<LPARAM>(&bad)));
+    DestroyWindow(parent);
+}
+
+TEST(Tumbler, TextIsTheMinutesAndArrowsStepWithinTheDay)
+{
+    HWND parent = makeParent();
+    HWND tumbler = makeGadget(parent, "Tumbler", "90");
+    EXPECT_EQ(SendMessageA(tumbler, QVTU_GETMINUTES, 0, 0), 90);
+    struct TextRow {
+        const char *text;
+        BOOL accepted;
+        LRESULT minutes;
+    } texts[] = {{" 150 ", TRUE, 150}, {"2000", TRUE, 1439}, {"abc", FALSE, 1439}, {"", FALSE, 1439}};
+    for (const TextRow &row : texts) {
+        EXPECT_EQ(SetWindowTextA(tumbler, row.text), row.accepted) << row.text;
+        EXPECT_EQ(SendMessageA(tumbler, QVTU_GETMINUTES, 0, 0), row.minutes) << row.text;
+    }
+    EXPECT_EQ(textOf(tumbler), "1439");
+    EXPECT_FALSE(SendMessageA(tumbler, QVTU_SETSTEP, 0, 0));
+    EXPECT_EQ(SendMessageA(tumbler, QVTU_GETSTEP, 0, 0), 15);
+
+    struct KeyRow {
+        WPARAM from;
+        UINT vk; /* 0: a click in the left half, 1: in the right half */
+        LRESULT to;
+    } keys[] = {{100, VK_UP, 115}, {1430, VK_RIGHT, 1439}, {1439, VK_UP, 1439},
+                {10, VK_DOWN, 0},  {0, VK_LEFT, 0},        {100, 0, 85}, {100, 1, 115}};
+    for (const KeyRow &row : keys) {
+        SCOPED_TRACE(testing::Message() << row.from << " key " << row.vk);
+        SendMessageA(tumbler, QVTU_SETMINUTES, row.from, 0);
+        takeCodes();
+        if (row.vk <= 1)
+            click(tumbler, row.vk ? 110 : 10, 12);
+        else
+            key(tumbler, row.vk);
+        EXPECT_EQ(SendMessageA(tumbler, QVTU_GETMINUTES, 0, 0), row.to);
+        EXPECT_EQ(textOf(tumbler), std::to_string(row.to));
+        EXPECT_EQ(takeCodes(), static_cast<LRESULT>(row.from) != row.to ? std::vector<int>{QVTUN_CHANGED}
+                                                                           : std::vector<int>{});
+    }
+    DestroyWindow(parent);
+}
+
+/* Every text gadget draws its text: the picture changes with the value. */
+TEST(SmallGadgets, PicturesFollowTheirValues)
+{
+    HWND parent = makeParent();
+    struct Row {
+        const char *className;
+        UINT message;
+        WPARAM first, second;
+    } rows[] = {{"StopWatch", QVSW_SETSECONDS, 0, 3723}, {"Tumbler", QVTU_SETMINUTES, 0, 150}};
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.className);
+        HWND gadget = makeGadget(parent, row.className);
+        gfx::Surface one(120, 24), two(120, 24);
+        SendMessageA(gadget, row.message, row.first, 0);
+        printInto(gadget, one);
+        SendMessageA(gadget, row.message, row.second, 0);
+        printInto(gadget, two);
+        EXPECT_NE(one.firstDifference([&](int x, int y) { return two.at(x, y); }), "");
+        EXPECT_NE(one.firstDifference([&](int x, int y) { return one.at(0, 0) + 0 * (x + y); }), "")
+            << "no text drawn";
+        DestroyWindow(gadget);
+    }
+    DestroyWindow(parent);
+}
+
+} // namespace
