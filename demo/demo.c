@@ -14,6 +14,7 @@
 void showErrorText(void); /* kit_demo.c */
 void showTimeGad(void);   /* timegad_demo.c */
 void showDialogs(void);   /* dialogs_demo.c */
+void showGadgets(void);   /* gadgets_demo.c */
 
 static void showStartUp(void)
 {
@@ -227,6 +228,7 @@ int main(int argc, char **argv)
     showTypedDate(typedDate(argc, argv));
     showTimeGad();
     showDialogs();
+    showGadgets();
     DrailufInstanceStop(0);
     return 0;
 }

@@ -47,7 +47,7 @@ void arrow(HDC dc, const RECT &box, int direction)
     if (h < 2)
         return;
     int half = h / 2 + 1;
-    POINT points[3] = {{cx - direction * half, cy}, {cx + direction * half, cy - h}, {cx + direction * half, cy + h}};
+    POINT points[3] = {{cx + direction * half, cy}, {cx - direction * half, cy - h}, {cx - direction * half, cy + h}};
     HGDIOBJ oldBrush = SelectObject(dc, GetStockObject(BLACK_BRUSH));
     HGDIOBJ oldPen = SelectObject(dc, GetStockObject(BLACK_PEN));
     Polygon(dc, points, 3);

@@ -2,7 +2,8 @@
  * StopWatch: counts elapsed time while running and shows it as h:mm:ss
  * (hours unbounded), both painted and as the window text.  A click starts
  * or stops it; messages start, stop, reset and set it.  Changes of state
- * are told to the parent (QVSWN_*), the passing seconds are not.
+ * made by a click are told to the parent (QVSWN_*), the passing seconds
+ * are not.
  *
  * Time is measured with the tick count from the moment of starting, so a
  * late or lost timer message never loses time; the timer only repaints.
@@ -59,7 +60,7 @@ void paint(HWND window, HDC dc, const RECT &client)
     SelectObject(dc, oldFont);
 }
 
-bool start(HWND window, StopWatch *watch)
+bool start(HWND window, StopWatch *watch, bool tell)
 {
     if (watch->running)
         return true;
@@ -67,11 +68,12 @@ bool start(HWND window, StopWatch *watch)
         return false;
     watch->startTick = GetTickCount();
     watch->running = true;
-    gadNotify(window, QVSWN_STARTED);
+    if (tell)
+        gadNotify(window, QVSWN_STARTED);
     return true;
 }
 
-void stop(HWND window, StopWatch *watch)
+void stop(HWND window, StopWatch *watch, bool tell)
 {
     if (!watch->running)
         return;
@@ -79,7 +81,8 @@ void stop(HWND window, StopWatch *watch)
     watch->running = false;
     KillTimer(window, kTimer);
     show(window, watch, false);
-    gadNotify(window, QVSWN_STOPPED);
+    if (tell)
+        gadNotify(window, QVSWN_STOPPED);
 }
 
 void setElapsed(HWND window, StopWatch *watch, uint32_t ms)
@@ -111,13 +114,12 @@ LRESULT CALLBACK gadStopWatchProc(HWND window, UINT message, WPARAM wp, LPARAM l
         return 0;
     switch (message) {
     case QVSW_START:
-        return start(window, watch);
+        return start(window, watch, false);
     case QVSW_STOP:
-        stop(window, watch);
+        stop(window, watch, false);
         return 1;
     case QVSW_RESET:
         setElapsed(window, watch, 0);
-        gadNotify(window, QVSWN_RESET);
         return 1;
     case QVSW_GETSECONDS:
         return static_cast<LRESULT>(elapsedMs(watch) / 1000);
@@ -138,9 +140,9 @@ LRESULT CALLBACK gadStopWatchProc(HWND window, UINT message, WPARAM wp, LPARAM l
         return FALSE; /* the text is the time */
     case WM_LBUTTONDOWN:
         if (watch->running)
-            stop(window, watch);
+            stop(window, watch, true);
         else
-            start(window, watch);
+            start(window, watch, true);
         return 0;
     case WM_DESTROY:
         KillTimer(window, kTimer);

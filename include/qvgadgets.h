@@ -217,7 +217,7 @@ BOOL QVAPI VListBox_IsItemCached(HWND window, uint32_t index);
 #define QVSW_GETSECONDS 0x403 /* whole seconds elapsed */
 #define QVSW_SETSECONDS 0x404 /* wp: seconds (below 4294968), running or not */
 #define QVSW_ISRUNNING 0x405
-enum { QVSWN_STARTED = 1, QVSWN_STOPPED = 2, QVSWN_RESET = 3 };
+enum { QVSWN_STARTED = 1, QVSWN_STOPPED = 2 };
 
 /* DateTracker: one date-time record, shown as the short date (also the
    window text); it starts at today.  Left/Down step a day back, Right/Up a
