@@ -237,6 +237,15 @@ enum { QVDTN_CHANGED = 1 };
 #define QVTU_SETSTEP 0x402    /* wp: 1..1439 minutes, 15 at first; 0 for others */
 #define QVTU_GETSTEP 0x403
 enum { QVTUN_CHANGED = 1 };
+
+/* SuperText: its window text, read-only, word-wrapped to the window in the
+   base font (WM_SETFONT, else the parent's) made bold, italic or underlined
+   as asked, in a colour (the window-text colour at first). */
+#define QVST_SETCOLOR 0x400 /* lp: COLORREF; returns the previous one */
+#define QVST_GETCOLOR 0x401
+#define QVST_SETSTYLE 0x402 /* wp: QVSTS_* bits; returns the previous ones */
+#define QVST_GETSTYLE 0x403
+enum { QVSTS_BOLD = 1, QVSTS_ITALIC = 2, QVSTS_UNDERLINE = 4 };
 #endif /* _WIN32 */
 
 #ifdef _WIN32

@@ -257,3 +257,75 @@ TEST(SmallGadgets, PicturesFollowTheirValues)
 }
 
 } // namespace
+
+namespace {
+
+/* Pixels of exactly the colour, and the rows holding any. */
+struct Ink {
+    int count = 0, firstRow = -1, lastRow = -1, widestRun = 0;
+};
+
+Ink inkOf(const gfx::Surface &s, COLORREF colour)
+{
+    Ink ink;
+    for (int y = 0; y < s.h; y++) {
+        int run = 0;
+        for (int x = 0; x < s.w; x++) {
+            if (s.at(x, y) != colour) {
+                run = 0;
+                continue;
+            }
+            ink.count++;
+            ink.firstRow = ink.firstRow < 0 ? y : ink.firstRow;
+            ink.lastRow = y;
+            ink.widestRun = std::max(ink.widestRun, ++run);
+        }
+    }
+    return ink;
+}
+
+TEST(SuperText, WrapsItsTextInTheColourAndStyleAsked)
+{
+    HWND parent = makeParent();
+    HWND text = makeGadget(parent, "SuperText", "one two three four five six seven eight nine ten", 100, 120);
+    const COLORREF red = RGB(200, 0, 0);
+    EXPECT_EQ(SendMessageA(text, QVST_SETCOLOR, 0, red), static_cast<LRESULT>(GetSysColor(COLOR_WINDOWTEXT)));
+    gfx::Surface shot(100, 120);
+    printInto(text, shot);
+    EXPECT_EQ(shot.at(99, 119), RGB(255, 255, 255)) << "class background";
+    Ink plain = inkOf(shot, red);
+    ASSERT_GT(plain.count, 0);
+    std::vector<COLORREF> plainPicture;
+    for (int y = 0; y < 120; y++)
+        for (int x = 0; x < 100; x++)
+            plainPicture.push_back(shot.at(x, y));
+    TEXTMETRICA tm;
+    HDC dc = GetDC(text);
+    SelectObject(dc, reinterpret_cast<HFONT>(GetStockObject(DEFAULT_GUI_FONT)));
+    GetTextMetricsA(dc, &tm);
+    ReleaseDC(text, dc);
+    EXPECT_GT(plain.lastRow - plain.firstRow, 2 * tm.tmHeight) << "not wrapped";
+
+    struct Row {
+        WPARAM style;
+        bool moreInk, longRun;
+    } rows[] = {{QVSTS_BOLD, true, false}, {QVSTS_UNDERLINE, true, true}, {QVSTS_ITALIC, false, false}};
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.style);
+        SendMessageA(text, QVST_SETSTYLE, row.style, 0);
+        printInto(text, shot);
+        Ink styled = inkOf(shot, red);
+        if (row.moreInk) {
+            EXPECT_GT(styled.count, plain.count + 20);
+        }
+        if (row.longRun) {
+            EXPECT_GT(styled.widestRun, plain.widestRun + 10);
+        }
+        EXPECT_NE(shot.firstDifference([&](int x, int y) { return plainPicture[y * 100 + x]; }), "");
+    }
+    EXPECT_EQ(SendMessageA(text, QVST_GETSTYLE, 0, 0), QVSTS_ITALIC);
+    EXPECT_TRUE(takeCodes().empty());
+    DestroyWindow(parent);
+}
+
+} // namespace
