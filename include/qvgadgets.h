@@ -246,6 +246,14 @@ enum { QVTUN_CHANGED = 1 };
 #define QVST_SETSTYLE 0x402 /* wp: QVSTS_* bits; returns the previous ones */
 #define QVST_GETSTYLE 0x403
 enum { QVSTS_BOLD = 1, QVSTS_ITALIC = 2, QVSTS_UNDERLINE = 4 };
+
+/* QvCombo: a combo box (a drop-down list unless the style's low bits say
+   CBS_SIMPLE or CBS_DROPDOWN) filling the gadget, whose height is the
+   dropped-down height.  CB_* messages sent to the gadget reach the combo
+   box; its notifications and owner-draw records reach the parent as the
+   gadget's own (the gadget's identifier and window).  The window text is
+   the combo box's; setting it selects the item of exactly that text (case
+   counts), else no item (an editable combo box then shows the text). */
 #endif /* _WIN32 */
 
 #ifdef _WIN32

@@ -4,6 +4,7 @@
  */
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 
 #include "gadget_parent.h"
@@ -325,6 +326,45 @@ TEST(SuperText, WrapsItsTextInTheColourAndStyleAsked)
     }
     EXPECT_EQ(SendMessageA(text, QVST_GETSTYLE, 0, 0), QVSTS_ITALIC);
     EXPECT_TRUE(takeCodes().empty());
+    DestroyWindow(parent);
+}
+
+} // namespace
+
+namespace {
+
+TEST(QvCombo, ForwardsComboMessagesAndTellsChangesAsItsOwn)
+{
+    HWND parent = makeParent();
+    HWND combo = makeGadget(parent, "QvCombo", "", 120, 150);
+    for (const char *item : {"alpha", "beta", "Beta", "gamma"})
+        SendMessageA(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(item));
+    EXPECT_EQ(SendMessageA(combo, CB_GETCOUNT, 0, 0), 4);
+    struct Row {
+        const char *text;
+        LRESULT selected;
+        const char *shown;
+    } rows[] = {{"Beta", 2, "Beta"}, {"beta", 1, "beta"}, {"delta", CB_ERR, ""}, {"gamma", 3, "gamma"}};
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.text);
+        SetWindowTextA(combo, row.text);
+        EXPECT_EQ(SendMessageA(combo, CB_GETCURSEL, 0, 0), row.selected);
+        EXPECT_EQ(textOf(combo), row.shown);
+    }
+    takeCodes();
+    HWND child = GetDlgItem(combo, 1);
+    ASSERT_NE(child, nullptr);
+    SendMessageA(child, WM_KEYDOWN, VK_UP, 1);
+    EXPECT_EQ(textOf(combo), "Beta");
+    std::vector<int> ids = parentLog().commandIds;
+    auto codes = takeCodes();
+    EXPECT_NE(std::find(codes.begin(), codes.end(), CBN_SELCHANGE), codes.end());
+    EXPECT_EQ(std::count(ids.begin(), ids.end(), kId), static_cast<long>(ids.size())) << "the child's own id leaked";
+
+    RECT rect;
+    SetWindowPos(combo, nullptr, 0, 0, 200, 150, SWP_NOMOVE | SWP_NOZORDER);
+    GetWindowRect(child, &rect);
+    EXPECT_EQ(rect.right - rect.left, 200) << "the combo box fills the gadget";
     DestroyWindow(parent);
 }
 
