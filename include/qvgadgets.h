@@ -254,6 +254,17 @@ enum { QVSTS_BOLD = 1, QVSTS_ITALIC = 2, QVSTS_UNDERLINE = 4 };
    gadget's own (the gadget's identifier and window).  The window text is
    the combo box's; setting it selects the item of exactly that text (case
    counts), else no item (an editable combo box then shows the text). */
+
+/* Page: a scrolling container for the owner's controls.  Scroll bars show
+   when the page is larger than the window; scrolling (bars, wheel, or
+   QVPG_SETPOS) moves the children and keeps the window inside the page.
+   WM_COMMAND, WM_NOTIFY, owner-draw and WM_CTLCOLOR* messages of the
+   children go on to the Page's parent unchanged.  Scrolling by the user is
+   told with QVPGN_SCROLLED. */
+#define QVPG_SETEXTENT 0x400 /* wp: width, lp: height of the whole page */
+#define QVPG_GETPOS 0x401    /* the page's point at the top-left: x low word, y high word */
+#define QVPG_SETPOS 0x402    /* wp: x, lp: y (kept inside the page); returns the position taken */
+enum { QVPGN_SCROLLED = 1 };
 #endif /* _WIN32 */
 
 #ifdef _WIN32

@@ -369,3 +369,55 @@ TEST(QvCombo, ForwardsComboMessagesAndTellsChangesAsItsOwn)
 }
 
 } // namespace
+
+namespace {
+
+TEST(Page, ScrollsItsChildrenWithinThePageAndPassesTheirCommandsOn)
+{
+    HWND parent = makeParent();
+    HWND page = CreateWindowA("Page", "", WS_CHILD | WS_VISIBLE, 10, 10, 100, 100, parent,
+                              reinterpret_cast<HMENU>(static_cast<INT_PTR>(kId)), GetModuleHandleA(nullptr), nullptr);
+    HWND button = CreateWindowA("Button", "b", WS_CHILD | WS_VISIBLE, 10, 150, 40, 20, page,
+                                reinterpret_cast<HMENU>(7), GetModuleHandleA(nullptr), nullptr);
+    SendMessageA(page, QVPG_SETEXTENT, 100, 300);
+    auto childTop = [&] {
+        RECT r;
+        GetWindowRect(button, &r);
+        MapWindowPoints(nullptr, page, reinterpret_cast<POINT *>(&r), 2);
+        return static_cast<int>(r.top);
+    };
+    RECT client;
+    GetClientRect(page, &client);
+    const int most = 300 - client.bottom; /* a horizontal bar may take some height */
+    struct Row {
+        UINT message;
+        WPARAM wp;
+        int y;
+        bool told;
+    } rows[] = {
+        {QVPG_SETPOS, 100, 100, false},          {WM_VSCROLL, SB_LINEDOWN, 116, true},
+        {WM_VSCROLL, SB_BOTTOM, most, true},      {WM_VSCROLL, SB_LINEDOWN, most, false},
+        {WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA), most - 48, true}, {WM_VSCROLL, SB_TOP, 0, true},
+    };
+    for (const Row &row : rows) {
+        SCOPED_TRACE(testing::Message() << row.message << " " << row.wp);
+        takeCodes();
+        if (row.message == QVPG_SETPOS)
+            SendMessageA(page, QVPG_SETPOS, 0, static_cast<LPARAM>(row.wp));
+        else
+            SendMessageA(page, row.message, row.wp, 0);
+        EXPECT_EQ(HIWORD(SendMessageA(page, QVPG_GETPOS, 0, 0)), row.y);
+        EXPECT_EQ(childTop(), 150 - row.y);
+        EXPECT_EQ(takeCodes(), row.told ? std::vector<int>{QVPGN_SCROLLED} : std::vector<int>{});
+    }
+    SendMessageA(page, QVPG_SETPOS, 0, 200);
+    SendMessageA(page, QVPG_SETEXTENT, 100, 50);
+    EXPECT_EQ(SendMessageA(page, QVPG_GETPOS, 0, 0), 0) << "a smaller page scrolls back";
+    takeCodes();
+    SendMessageA(button, BM_CLICK, 0, 0);
+    EXPECT_EQ(parentLog().commandIds, std::vector<int>{7});
+    EXPECT_EQ(takeCodes(), std::vector<int>{BN_CLICKED});
+    DestroyWindow(parent);
+}
+
+} // namespace
