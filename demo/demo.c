@@ -15,6 +15,8 @@ void showErrorText(void); /* kit_demo.c */
 void showTimeGad(void);   /* timegad_demo.c */
 void showDialogs(void);   /* dialogs_demo.c */
 void showGadgets(void);   /* gadgets_demo.c */
+void showVList(void);     /* vlist_demo.c */
+void showGraphics(void); /* graphics_demo.c */
 
 static void showStartUp(void)
 {
@@ -229,6 +231,8 @@ int main(int argc, char **argv)
     showTimeGad();
     showDialogs();
     showGadgets();
+    showVList();
+    showGraphics();
     DrailufInstanceStop(0);
     return 0;
 }

@@ -46,18 +46,24 @@ void showNamed(void)
 }
 
 /* Two colour pickers, one showing a palette colour and one a colour the
-   palette lacks, and the palette opened under the first. */
+   palette lacks, a gauge as a dialog shows it, and the palette opened under
+   the first picker. */
 static void showColorPicker(void)
 {
-    HWND window, red, other, palette;
+    HWND window, red, other, gauge, palette;
 
     RegisterGadgets(0);
-    window = CreateWindowA("STATIC", "Colours", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 80, 80, 260, 120, NULL, NULL,
+    window = CreateWindowA("STATIC", "Colours", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 80, 80, 260, 150, NULL, NULL,
                            NULL, NULL);
     red = CreateWindowA("QvColorCombo", "", WS_CHILD | WS_VISIBLE, 10, 22, 160, 22, window, (HMENU)1, NULL, NULL);
     other = CreateWindowA("QvColorCombo", "", WS_CHILD | WS_VISIBLE, 10, 50, 160, 22, window, (HMENU)2, NULL, NULL);
     SendMessageA(red, QVCC_SETCOLOR, 0, RGB(255, 0, 0));
     SendMessageA(other, QVCC_SETCOLOR, 0, RGB(255, 128, 0));
+    gauge = CreateWindowA("GasGauge", "", WS_CHILD | WS_VISIBLE, 10, 80, 230, 20, window, (HMENU)3, NULL, NULL);
+    SendMessageA(gauge, QVGG_SETSUNKEN, 1, 0);
+    SendMessageA(gauge, QVGG_SETBKCOLOR, 0, (LPARAM)GetSysColor(COLOR_BTNFACE));
+    SendMessageA(gauge, QVGG_SETSURROUNDCOLOR, 0, (LPARAM)GetSysColor(COLOR_BTNFACE));
+    SendMessageA(gauge, QVGG_SETPOS, 65, 0);
     demoPump();
     demoSaveWindow(window, "colorpicker");
     SetFocus(red);

@@ -210,13 +210,13 @@ HWND createItem(HWND dialog, HINSTANCE instance, const DlgWalker &w, const DlgIt
     fieldText(w, item.title, title, sizeof title);
     RECT r = itemRect(dialog, item, kind);
     DWORD exStyle = item.exStyle | ((item.style & WS_BORDER) ? WS_EX_CLIENTEDGE : 0);
-    DWORD style = shown ? item.style | WS_VISIBLE : item.style & ~WS_VISIBLE;
+    /* A control for a tab that is not current is made hidden and disabled
+       at once, rather than shown and then changed. */
+    DWORD style = shown ? item.style | WS_VISIBLE : (item.style & ~WS_VISIBLE) | WS_DISABLED;
     HWND control = CreateWindowExA(exStyle, cls, title, style, r.left, r.top, r.right - r.left, r.bottom - r.top,
                                    dialog, reinterpret_cast<HMENU>(static_cast<UINT_PTR>(item.id)), instance, nullptr);
     if (!control)
         return nullptr;
-    if (!shown)
-        EnableWindow(control, FALSE);
     if (font)
         SendMessageA(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
     return control;
@@ -1011,9 +1011,12 @@ BOOL QVAPI Tab_AddDialogTab(HWND strip, LPCSTR label, UINT tabId, HINSTANCE inst
     Tab *tab = newTab();
     if (!tab)
         return FALSE;
+    /* The first tab becomes current at once: its controls are made shown
+       and enabled, as entering it would leave them. */
     bool made[kMaxControls];
+    bool first = s->current == nullptr;
     if (!loadTemplate(instance, templateName, &tab->dialogTemplate, &tab->templateSize) ||
-        !createControls(strip, s, instance, tab->dialogTemplate, tab->templateSize, false, tab->controls, made,
+        !createControls(strip, s, instance, tab->dialogTemplate, tab->templateSize, first, tab->controls, made,
                         &tab->controlCount)) {
         freeTab(tab);
         return FALSE;

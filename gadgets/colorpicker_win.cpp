@@ -91,7 +91,8 @@ LRESULT CALLBACK paletteProc(HWND palette, UINT message, WPARAM wp, LPARAM lp)
     switch (message) {
     case WM_CREATE:
         // The palette shows the combo's record; it owns nothing.
-        SetWindowLongPtrA(palette, 0, reinterpret_cast<LONG_PTR>(reinterpret_cast<CREATESTRUCTA *>(lp)->lpCreateParams));
+        SetWindowLongPtrA(palette, 0,
+                          reinterpret_cast<LONG_PTR>(reinterpret_cast<CREATESTRUCTA *>(lp)->lpCreateParams));
         return 0;
     case WM_MOUSEACTIVATE:
         return MA_NOACTIVATE;

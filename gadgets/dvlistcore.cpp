@@ -536,7 +536,9 @@ void dvJump(DvBox *box, int32_t top)
     box->base = centredStart(box, box->cacheSize);
     box->pastTop = box->pastBottom = false;
     box->shift = 0;
+    box->jumpingLast = toLast;
     dvFill(box);
+    box->jumpingLast = false;
     box->bounds &= static_cast<uint16_t>(~(DVB_ASKFIRST | DVB_ASKLAST));
     box->pastTop = box->pastBottom = false;
     /* The owner has numbered the end it delivered: show it. */
@@ -674,6 +676,13 @@ void dvSetAbsoluteBottom(DvBox *box, int32_t index)
     releaseOutside(box, LowestIndex, last + 1);
     box->bounds |= DVB_LASTKNOWN;
     box->renumberedBottom = true;
+    if (box->jumpingLast) {
+        /* An open list's end lay further than seen: move the window there
+           before the last items arrive, or they would stretch the cache
+           over the whole distance. */
+        box->top = clampTop(box, int64_t(dvExtent(box)) - box->visible);
+        moveWindow(box, centredStart(box, box->cacheSize));
+    }
     box->top = clampTop(box, box->top);
     dvPlace(box);
 }
@@ -789,13 +798,23 @@ void selectOnly(DvBox *box, int32_t index)
         dvSelSet(box, 1, key);
 }
 
+/* Items are selected by reference, and only the cached ones have theirs at
+   hand: a range covers the part of it the cache holds (asking the owner for
+   every item of a range over a whole list would not end in reasonable time). */
 void selectRange(DvBox *box, int32_t from, int32_t to)
 {
     selFree(box);
-    int32_t lo = from < to ? from : to, hi = from < to ? to : from;
+    int64_t lo = from < to ? from : to, hi = from < to ? to : from;
+    if (lo < box->base)
+        lo = box->base;
+    if (hi >= int64_t(box->base) + box->cacheSize)
+        hi = int64_t(box->base) + box->cacheSize - 1;
     for (int64_t i = lo; i <= hi; i++) {
-        int32_t scratch;
-        const void *key = keyOf(box, static_cast<int32_t>(i), &scratch);
+        int32_t at = static_cast<int32_t>(i);
+        const DvEntry *entry = dvCached(box, at);
+        if (!entry)
+            continue;
+        const void *key = box->refLen ? static_cast<const void *>(entry->ref) : &at;
         if (key && !dvSelSet(box, 1, key))
             break;
     }

@@ -64,6 +64,7 @@ struct DvBox {
     uint16_t bounds;
     bool pastTop, pastBottom, renumberedTop, renumberedBottom;
     uint32_t filling;
+    bool jumpingLast; /* a jump to the last items awaits the owner's numbering */
 };
 
 void dvCreate(DvBox *box, HWND window, uint32_t style);

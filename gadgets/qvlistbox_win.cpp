@@ -94,7 +94,9 @@ bool applyText(const QvListBox &lb, const char *text)
     LbTokens tokens;
     if (!lbSplit(text, OSGetSeparator(), &tokens))
         return false;
-    // Straight to the child: through the gadget each change would rebuild the text.
+    // Straight to the child: through the gadget each change would rebuild
+    // the text.  The list is drawn once, after the last change.
+    SendMessageA(lb.child, WM_SETREDRAW, FALSE, 0);
     SendMessageA(lb.child, LB_SETSEL, FALSE, -1);
     bool ok = true;
     for (uint32_t i = 0; i < tokens.count && ok; i++) {
@@ -105,6 +107,8 @@ bool applyText(const QvListBox &lb, const char *text)
             SendMessageA(lb.child, LB_SETSEL, TRUE, index);
     }
     lbFreeTokens(&tokens);
+    SendMessageA(lb.child, WM_SETREDRAW, TRUE, 0);
+    InvalidateRect(lb.child, nullptr, TRUE);
     return ok;
 }
 

@@ -27,11 +27,11 @@ void tbNotify(HWND window, uint16_t code)
 
 HFONT tbCreateFont()
 {
-    // Pitch and family 17 (swiss, fixed pitch) picks the nearest face when
+    // Pitch and family 17 (FF_ROMAN | FIXED_PITCH) picks the nearest face when
     // the named one is not installed; the labels are drawn unsmoothed so that
     // they stay in the one colour the LCD rule chose.
     HFONT font = CreateFontA(11, 0, 0, 0, FW_NORMAL, 0, 0, 0, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS,
-                             CLIP_DEFAULT_PRECIS, NONANTIALIASED_QUALITY, 17, "Small Fonts");
+                             CLIP_DEFAULT_PRECIS, NONANTIALIASED_QUALITY, FF_ROMAN | FIXED_PITCH, "Small Fonts");
     if (!font)
         gdiFailed(reinterpret_cast<const void *>(&CreateFontA));
     return font;
@@ -100,6 +100,9 @@ bool tbDrawRuler(HDC dc, const TcLayout &layout, const OSDateTime &first, int ho
     // A bar scrolled to the half hour begins with half a cell.
     const int firstHour = first.minute ? 1 : 0;
     const int barTop = top + metrics.labelHeight;
+    TbStamp stamp(dc, cell, mask);
+    if (cell && !stamp)
+        return gdiFailed(reinterpret_cast<const void *>(&CreateCompatibleDC));
     for (int h = firstHour; h <= hours; h++) {
         const int x = tcTimeX(layout, h, -first.minute);
         char label[4];
@@ -108,11 +111,49 @@ bool tbDrawRuler(HDC dc, const TcLayout &layout, const OSDateTime &first, int ho
             return gdiFailed(reinterpret_cast<const void *>(&TextOutA));
         if (h == hours && !first.minute)
             break; // the last hour's right edge carries only its label
-        RECT place = {x, barTop + kTbBarHeight - kTbRulerHeight, x + 24, barTop + kTbBarHeight};
-        if (cell && !GadUtilMaskBltNoFlicker(dc, &place, cell, mask, kTbTeal))
+        if (cell && !stamp.draw(dc, x, barTop + kTbBarHeight - kTbRulerHeight))
             return false;
     }
     return true;
+}
+
+TbStamp::TbStamp(HDC like, HBITMAP bitmap, HBITMAP maskBitmap)
+{
+    BITMAP info{};
+    if (!bitmap || !maskBitmap || !GetObjectA(bitmap, sizeof info, &info))
+        return;
+    width = info.bmWidth;
+    height = info.bmHeight;
+    image = CreateCompatibleDC(like);
+    mask = CreateCompatibleDC(like);
+    if (image && mask) {
+        oldImage = SelectObject(image, bitmap);
+        oldMask = SelectObject(mask, maskBitmap);
+    }
+}
+
+TbStamp::~TbStamp()
+{
+    if (oldMask)
+        SelectObject(mask, oldMask);
+    if (oldImage)
+        SelectObject(image, oldImage);
+    if (mask)
+        DeleteDC(mask);
+    if (image)
+        DeleteDC(image);
+}
+
+bool TbStamp::draw(HDC target, int x, int y) const
+{
+    // The mask maps through the target's colours: 0 to black, 1 to white.
+    const COLORREF text = SetTextColor(target, RGB(0, 0, 0)), back = SetBkColor(target, RGB(255, 255, 255));
+    const bool ok = BitBlt(target, x, y, width, height, image, 0, 0, SRCINVERT) &&
+                    BitBlt(target, x, y, width, height, mask, 0, 0, SRCAND) &&
+                    BitBlt(target, x, y, width, height, image, 0, 0, SRCINVERT);
+    SetTextColor(target, text);
+    SetBkColor(target, back);
+    return ok || gdiFailed(reinterpret_cast<const void *>(&BitBlt));
 }
 
 bool tbPaint(HWND window, COLORREF background, bool (*draw)(HWND window, HDC dc, const RECT &client))

@@ -59,6 +59,26 @@ LRESULT tbErase(HWND window, HDC dc, COLORREF background);
 /* Resizes the window to the given client size (null extents keep theirs). */
 void tbResizeClient(HWND window, int width, int height);
 
+/*
+ * A bitmap and its mask ready to be stamped many times over one paint: both
+ * selected into memory DCs for the stamp's life.  Stamping draws the bitmap
+ * transparently (its teal pixels leave the target alone) with three blits,
+ * as the bitmap helpers do, without their per-call off-screen copy: the
+ * bars already paint off-screen.
+ */
+struct TbStamp {
+    HDC image = nullptr, mask = nullptr;
+    HGDIOBJ oldImage = nullptr, oldMask = nullptr;
+    int width = 0, height = 0;
+    TbStamp(HDC like, HBITMAP bitmap, HBITMAP maskBitmap);
+    ~TbStamp();
+    explicit operator bool() const { return oldImage && oldMask; }
+    /* Draws the stamp with its top left at (x, y); false after a failed blit (recorded). */
+    bool draw(HDC target, int x, int y) const;
+    TbStamp(const TbStamp &) = delete;
+    TbStamp &operator=(const TbStamp &) = delete;
+};
+
 /* An object selected into a DC, selected out again at scope end. */
 struct TbSelection {
     HDC dc;

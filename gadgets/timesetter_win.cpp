@@ -226,10 +226,9 @@ bool draw(HWND window, HDC dc, const RECT &)
         return false;
     const int x = xOf(*ts, ts->marked);
     if (x >= ts->layout.left && x <= ts->layout.left + ts->layout.width) {
-        RECT above = {x - kMarkerWidth / 2, rulerTop - kMarkerHeight, x - kMarkerWidth / 2 + kMarkerWidth, rulerTop};
-        RECT below = {above.left, rulerTop + kTbRulerHeight, above.right, rulerTop + kTbRulerHeight + kMarkerHeight};
-        if (!GadUtilMaskBltNoFlicker(dc, &above, ts->markerTop, ts->topMask, kTbTeal) ||
-            !GadUtilMaskBltNoFlicker(dc, &below, ts->markerBottom, ts->bottomMask, kTbTeal))
+        const TbStamp above(dc, ts->markerTop, ts->topMask), below(dc, ts->markerBottom, ts->bottomMask);
+        if (!above.draw(dc, x - kMarkerWidth / 2, rulerTop - kMarkerHeight) ||
+            !below.draw(dc, x - kMarkerWidth / 2, rulerTop + kTbRulerHeight))
             return false;
     }
     if (GetFocus() == window) {

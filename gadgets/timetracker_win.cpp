@@ -668,8 +668,8 @@ extern "C" LRESULT QVAPI GadTTWndProc(HWND window, UINT message, WPARAM wp, LPAR
         if (LOWORD(lp) && HIWORD(lp) && !Sizing) {
             Sizing = true;
             layOut(window, *tt);
-            resizeToPreferred(window, *tt);
-            layOut(window, *tt); // the width the window ended with
+            tbResizeClient(window, preferredSize(*tt).cx, 0); // the height stays the owner's
+            layOut(window, *tt);                               // the width the window ended with
             Sizing = false;
         }
         return 0;

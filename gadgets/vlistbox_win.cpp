@@ -25,6 +25,7 @@ struct VlWindow {
     VlView view;
     bool tracking, timer;
     bool inSize, inRange, inText;
+    bool scrolling; /* rows arriving now are drawn with the whole scroll */
 };
 
 VlWindow *record(HWND window) { return gadRecord<VlWindow>(window); }
@@ -89,7 +90,9 @@ void scrollTo(HWND window, VlWindow *w, uint32_t top, int step)
 {
     UpdateWindow(window);
     uint32_t old = w->box.top;
+    w->scrolling = true;
     vlScrollTo(&w->box, top);
+    w->scrolling = false;
     bindView(w);
     vpScroll(window, &w->view, old, step);
     updateScrollBar(window, w);
@@ -229,9 +232,14 @@ void key(HWND window, VlWindow *w, WPARAM vk)
         vlNotify(&w->box, VLBC_FAILED, nullptr);
     selectionMoved(w);
     notifyParent(window, VLBN_SELCHANGE);
-    if (top != w->box.top)
+    if (top != w->box.top) {
         scrollTo(window, w, top, fine ? 1 : w->view.itemHeight);
-    redrawAll(window, w);
+        /* the image is current; rows the scroll left in place still show
+           the old selection */
+        InvalidateRect(window, nullptr, w->view.image ? FALSE : TRUE);
+    } else {
+        redrawAll(window, w);
+    }
     syncText(window, w);
 }
 
@@ -400,7 +408,8 @@ static BOOL add(HWND window, uint32_t index, const char *text, uint32_t data, bo
         return TRUE;
     if (w->box.count == VL_NONE)
         updateScrollBar(window, w);
-    redrawItem(window, w, index);
+    if (!w->scrolling && !w->box.filling)
+        redrawItem(window, w, index);
     return TRUE;
 }
 

@@ -81,18 +81,25 @@ BOOL maskedDraw(HDC target, const RECT *rect, HBITMAP image, HBITMAP callerMask,
     MemoryDC imageDC(target);
     if (!imageDC)
         return failed(fn(&CreateCompatibleDC));
-    OwnedBitmap ownMask(callerMask ? nullptr : createMask(imageDC.dc, image, key));
-    if (!callerMask && !ownMask)
-        return FALSE;
     MemoryDC maskDC(target);
     if (!maskDC)
         return failed(fn(&CreateCompatibleDC));
+    /* A mask of our own is made in these two DCs, as UICreateMaskBitmap
+       would make it in two of its own. */
+    OwnedBitmap ownMask(callerMask ? nullptr : CreateBitmap(w, h, 1, 1, nullptr));
+    if (!callerMask && !ownMask)
+        return failed(fn(&CreateBitmap));
     Selection selectImage(imageDC.dc, image);
     if (!selectImage)
         return failed(fn(&SelectObject));
     Selection selectMask(maskDC.dc, callerMask ? callerMask : ownMask.handle);
     if (!selectMask)
         return failed(fn(&SelectObject));
+    if (!callerMask) {
+        SetBkColor(imageDC.dc, key.topLeft ? GetPixel(imageDC.dc, 0, 0) : key.colour);
+        if (!BitBlt(maskDC.dc, 0, 0, w, h, imageDC.dc, 0, 0, SRCCOPY))
+            return failed(fn(&BitBlt));
+    }
     if (invert && !PatBlt(imageDC.dc, 0, 0, w, h, PATINVERT))
         return failed(fn(&PatBlt));
     if (!offScreen)

@@ -10,7 +10,10 @@ namespace {
 /* Record functions whose parameters the platform's player trusts. */
 enum : uint16_t {
     kEndOfFile = 0x0000,
+    kInvertRegion = 0x012A,
+    kPaintRegion = 0x012B,
     kSelectClipRegion = 0x012C,
+    kFillRegion = 0x0228,
     kSelectObject = 0x012D,
     kDeleteObject = 0x01F0,
     kSelectPalette = 0x0234,
@@ -85,7 +88,13 @@ bool metaRecordPlayable(const uint8_t *record, size_t room, uint32_t objects)
     case kSelectObject:
     case kDeleteObject:
     case kSelectPalette:
+    case kInvertRegion:
+    case kPaintRegion:
         return params >= 1 && param(0) < objects;
+    case kFillRegion: /* brush, region */
+        return params >= 2 && param(0) < objects && param(1) < objects;
+    case kMetaFrameRegion: /* region, brush, height, width */
+        return params >= 4 && param(0) < objects && param(1) < objects;
     case kSelectClipRegion:
         return params >= 1 && (param(0) == 0 || param(0) < objects);
     case kPolygon:

@@ -67,10 +67,14 @@ RV metaCheckChain(const uint8_t *bits, size_t length);
 
 /*
  * One record, at most `room` bytes of which lie inside the metafile: true
- * when its size is at least 3 words and within room, the object it selects
- * or deletes exists among `objects`, and the counts of its points and
+ * when its size is at least 3 words and within room, every object it names
+ * (selected, deleted, filled or framed) exists among `objects`, and the counts of its points and
  * polygons fit inside it.
  */
 bool metaRecordPlayable(const uint8_t *record, size_t room, uint32_t objects);
+
+/* The region-frame record's function: the library plays it itself (see
+   metafile_win.cpp). */
+constexpr uint16_t kMetaFrameRegion = 0x0429;
 
 #endif /* QV_GRAPHICS_WMFCODEC_H */

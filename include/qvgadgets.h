@@ -195,6 +195,64 @@ uint32_t QVAPI VListBox_GetItemData(HWND window, uint32_t index);
 BOOL QVAPI VListBox_GetText(HWND window, uint32_t index, char *buffer);
 uint32_t QVAPI VListBox_GetTextLen(HWND window, uint32_t index);
 BOOL QVAPI VListBox_IsItemCached(HWND window, uint32_t index);
+
+/* ---- Dynamic virtual list box (class QvDVListBox) ------------------------
+ * Items carry a reference of the length given at initialisation (a record
+ * key; no length is taken by the calls that pass one).  Indexes are signed
+ * and relative; DVLB_NONE (0x80000000) is no index.  The owner answers code
+ * 2 (DVLBFetch: start index or DVLB_FIRST/DVLB_LAST, count) with AddString
+ * or AddItemData, and tells where the list really ends with SetAbsoluteTop,
+ * SetAbsoluteBottom, SetPastTop and SetPastBottom from inside that callback.
+ * Functions return 1 on success and 0 on failure unless stated.
+ */
+BOOL QVAPI DVListBox_Initialize(HWND window, uint32_t count, uint32_t cacheSize, uint32_t fillSize,
+                                uint32_t refLen, VListBoxCallback callback, uint32_t user);
+BOOL QVAPI DVListBox_AddString(HWND window, int32_t index, const void *ref, const char *text, uint32_t data);
+BOOL QVAPI DVListBox_AddItemData(HWND window, int32_t index, const void *ref, uint32_t data);
+BOOL QVAPI DVListBox_SetNumItems(HWND window, uint32_t count);
+/* The count, or the highest index seen plus one while unknown; -1 without a list. */
+int32_t QVAPI DVListBox_GetNumItems(HWND window);
+/* Single selection, by reference (buffers of the reference length). */
+BOOL QVAPI DVListBox_GetCurSelRef(HWND window, void *buffer);
+BOOL QVAPI DVListBox_SetCurSelRef(HWND window, const void *ref);
+int32_t QVAPI DVListBox_GetCurSel(HWND window);
+BOOL QVAPI DVListBox_SetCurSel(HWND window, int32_t index);
+BOOL QVAPI DVListBox_GetCaretRef(HWND window, void *buffer);
+BOOL QVAPI DVListBox_SetCaretRef(HWND window, const void *ref);
+int32_t QVAPI DVListBox_GetCaretIndex(HWND window);
+BOOL QVAPI DVListBox_SetCaretIndex(HWND window, int32_t index);
+/* Sets the caret by reference with updates held; a non-zero flag first
+   discards the whole cache.  Returns 1. */
+BOOL QVAPI DVListBox_SetCaretRefNReload(HWND window, const void *ref, BOOL reload);
+/* Multiple selection by reference; mode 0 removes, 1 adds, others toggle. */
+BOOL QVAPI DVListBox_GetSelRef(HWND window, const void *ref);
+BOOL QVAPI DVListBox_SetSelRef(HWND window, uint32_t mode, const void *ref);
+BOOL QVAPI DVListBox_GetSel(HWND window, int32_t index);
+BOOL QVAPI DVListBox_SetSel(HWND window, uint32_t mode, int32_t index);
+uint32_t QVAPI DVListBox_GetSelCount(HWND window);
+/* Copies count x reference length bytes; the buffer must hold them. */
+BOOL QVAPI DVListBox_GetSelItems(HWND window, void *buffer);
+BOOL QVAPI DVListBox_SetSelItems(HWND window, uint32_t count, const void *refs);
+int32_t QVAPI DVListBox_GetTopIndex(HWND window);
+/* DVLB_NONE: the current top.  A non-zero flag reloads the cache with the
+   index at the top (a jump); zero scrolls to it. */
+BOOL QVAPI DVListBox_SetTopIndex(HWND window, int32_t index, BOOL jump);
+/* Getters fetch a missing item (following renumberings, six attempts at
+   most).  GetItemData: 0xFFFFFFFF on failure; GetText returns 1 whenever the
+   list exists and copies into a buffer sized from GetTextLen. */
+uint32_t QVAPI DVListBox_GetItemData(HWND window, int32_t index);
+BOOL QVAPI DVListBox_GetText(HWND window, int32_t index, char *buffer);
+uint32_t QVAPI DVListBox_GetTextLen(HWND window, int32_t index);
+BOOL QVAPI DVListBox_GetItemRef(HWND window, int32_t index, void *buffer);
+BOOL QVAPI DVListBox_IsItemCached(HWND window, int32_t index);
+BOOL QVAPI DVListBox_IsItemVisible(HWND window, int32_t index);
+BOOL QVAPI DVListBox_FindItemInCache(HWND window, const void *ref, int32_t *index);
+BOOL QVAPI DVListBox_Invalidate(HWND window);
+BOOL QVAPI DVListBox_InvalidateItem(HWND window, int32_t index);
+BOOL QVAPI DVListBox_SetAbsoluteTop(HWND window, int32_t index);
+BOOL QVAPI DVListBox_SetAbsoluteBottom(HWND window, int32_t index);
+BOOL QVAPI DVListBox_SetPastTop(HWND window, uint32_t ignored);
+BOOL QVAPI DVListBox_SetPastBottom(HWND window, uint32_t ignored);
 #endif /* _WIN32 */
 
 #ifdef _WIN32
@@ -325,6 +383,21 @@ BOOL QVAPI GadUtilMonoBlt(HDC target, const RECT *rect, HBITMAP bitmap);
  */
 #define QVCC_SETCOLOR (WM_USER + 1) /* lParam: COLORREF; returns the previous colour */
 #define QVCC_GETCOLOR (WM_USER + 2) /* returns the colour */
+
+/* ---- Gauge --------------------------------------------------------------
+ * Class "GasGauge": a bar filled from the left to position/range, with the
+ * percentage (rounded down) centred on it, inside a surround of 2 pixels
+ * and a frame (1 pixel, or sunken).  It takes no input and sends no
+ * notification.  Setters answer the previous value.  Defaults: range
+ * 100, position 0, white background and surround, dark blue bar, flat frame.
+ */
+#define QVGG_SETRANGE 0x400         /* wParam: range, not 0 (0: refused with RV_BadParms, answers 0) */
+#define QVGG_SETPOS 0x401           /* wParam: position, above the range counts as the range; painted at once */
+#define QVGG_SETBKCOLOR 0x402       /* lParam: COLORREF of the unfilled part */
+#define QVGG_SETSURROUNDCOLOR 0x403 /* lParam: COLORREF around the bar */
+#define QVGG_SETBARCOLOR 0x404      /* lParam: COLORREF of the filled part */
+#define QVGG_GETPOS 0x405
+#define QVGG_SETSUNKEN 0x406        /* wParam: non-zero for a sunken frame */
 #endif /* _WIN32 */
 
 QV_EXTERN_C_END

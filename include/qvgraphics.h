@@ -141,6 +141,94 @@ int32_t QVAPI UIFilmGetFrame(HQVFILM film);
 BOOL QVAPI UIFilmIsPlaying(HQVFILM film);
 /* Stops the film and frees it; the handle is dead afterwards. */
 BOOL QVAPI UIFilmDestroy(HQVFILM film);
+
+/* ---- Device-independent bitmaps ------------------------------------------
+ * A DIB is a movable global block in packed form: a 40-byte header, the
+ * colour table (4 bytes an entry) and the bits, rows bottom-up.  Its stream
+ * form is the same bytes.  DIBs are freed with DIB_Destroy.  BMP files are
+ * refused (RV_BadDIB) unless they have one plane, 1, 4, 8, 16, 24 or 32
+ * bits, no compression or run lengths at their own depth, positive width
+ * and height, at most 256 colours and under 2 GB of bits.
+ */
+
+/* Loads a BMP file.  Null after RV_NoFile, RV_BadDIB, RV_ReadFailure (the
+   table or bits run past the file's end) or RV_OutOfGlobalMemory.  The bits
+   are read straight after the colour table. */
+HGLOBAL QVAPI DIB_OpenDIB(const char *path);
+/* The same from a BMP file's bytes in memory.  Takes no length: the image
+   must be whole. */
+HGLOBAL QVAPI DIB_FileStreamToDIB(const BYTE *image);
+/* A DIB from its stream, of the size its header gives.  Takes no length: the
+   stream must be whole.  Null after RV_BadDIB or RV_OutOfGlobalMemory. */
+HGLOBAL QVAPI DIB_StreamToDIB(const BYTE *stream);
+/* Writes the DIB's DIB_DIBSize bytes to dest; always 1. */
+BOOL QVAPI DIB_DIBToStream(BYTE *dest, HGLOBAL dib);
+/* Header + colour table + bits, from the header; 0 for a null block or one
+   whose header claims more than it holds. */
+DWORD QVAPI DIB_DIBSize(HGLOBAL dib);
+/* Width and height into size; 0 when the block cannot be read. */
+BOOL QVAPI DIB_GetDimensions(HGLOBAL dib, SIZE *size);
+/* A palette of the colour table (a fixed colour cube for 24 bits).  Null
+   after RV_BadDIB, RV_Failure (no table and not 24 bits), RV_GDIError. */
+HPALETTE QVAPI DIB_CreateDibPalette(HGLOBAL dib);
+/* A screen bitmap of the DIB, through the palette when given.  Null after
+   RV_Failure or RV_BadDIB, or with nothing recorded when the platform
+   refuses. */
+HBITMAP QVAPI DIB_BitmapFromDib(HGLOBAL dib, HPALETTE palette);
+/* A DIB of the bitmap at 1, 4, 8 or 24 bits (anything deeper gives 24);
+   style and bits are ignored.  Null, with nothing recorded, on failure. */
+HGLOBAL QVAPI DIB_DibFromBitmap(HBITMAP bitmap, DWORD style, WORD bits, HPALETTE palette);
+/* Re-encode the DIB through a screen bitmap (both give the same result);
+   the source is freed, success or not, when asked.  Shows the wait cursor. */
+HGLOBAL QVAPI DIB_CompressDIB(HGLOBAL dib, BOOL freeSource);
+HGLOBAL QVAPI DIB_ExpandDIB(HGLOBAL dib, BOOL freeSource);
+/* Copies the DIB's (sourceX, sourceY) area, sourceY counted from the top, to
+   (x, y); rop is used only for a null DIB, which PatBlts the rectangle.
+   1, or 0 after RV_BadDIB. */
+BOOL QVAPI DIB_DibBlt(HDC dc, int x, int y, int cx, int cy, HGLOBAL dib, int sourceX, int sourceY, DWORD rop);
+/* StretchDIBits of the DIB; sourceY counts from the bottom row. */
+int QVAPI DIB_StretchBlt(HDC dc, int x, int y, int cx, int cy, HGLOBAL dib, int sourceX, int sourceY,
+                         int sourceCX, int sourceCY, DWORD rop);
+/* A screen bitmap of a BMP file (files without a colour table give null
+   unless 24-bit). */
+HBITMAP QVAPI DIB_FiletoBM(const char *path);
+/* A screen-compatible copy of the bitmap; RV_Failure or RV_GDIError. */
+HBITMAP QVAPI DIB_CopyBitmap(HBITMAP bitmap);
+/* A byte copy of the block; RV_OutOfGlobalMemory. */
+HGLOBAL QVAPI DIB_CopyDIB(HGLOBAL dib);
+/* Frees the block: null on success, the block when it could not be freed. */
+HGLOBAL QVAPI DIB_Destroy(HGLOBAL dib);
+
+/* ---- Metafiles ------------------------------------------------------------
+ * A metafile object is a 16-byte global block laid out as METAFILEPICT
+ * (mm, xExt, yExt, metafile handle), freed with MF_Destroy.  Its stream is
+ * those 16 bytes and the metafile's bits; an older form has 16-bit fields
+ * (8 bytes) before the bits.
+ */
+
+/* Loads a placeable metafile: isotropic, extents in HIMETRIC.  Null after
+   RV_NoFile, RV_WrongMetafileFormat, RV_BadMetafile (short header, zero
+   units per inch, a malformed record chain), RV_ReadFailure, RV_GDIError. */
+HGLOBAL QVAPI MF_OpenMetaFile(const char *path);
+/* An object from a stream, read as the older form when asked or when the
+   stream's byte 8 is 1 or 2 (so a 32-bit stream whose yExt's low byte is 1
+   or 2 is taken for the old form).  Takes no length: the stream must hold
+   the size its metafile header gives.  Null if memory runs out; a metafile
+   the platform refuses leaves the handle 0. */
+HGLOBAL QVAPI MF_StreamToMF(const BYTE *stream, BOOL oldFormat);
+/* Writes the object's stream (MF_Size bytes); 0 when it has no metafile. */
+BOOL QVAPI MF_MFToStream(BYTE *dest, HGLOBAL object);
+/* Bytes of the object's stream; 0 after RV_BadMetafile without a metafile. */
+DWORD QVAPI MF_Size(HGLOBAL object);
+/* The picture's extent in dc's pixels (isotropic and anisotropic pictures
+   measured in HIMETRIC; without a positive extent size is left alone). */
+void QVAPI MF_GetDimensions(HDC dc, HGLOBAL object, SIZE *size);
+/* Plays the picture clipped to rect; Escape stops it between records, as
+   does a record that would overrun the metafile or name a missing object.
+   Non-zero when every record was played. */
+BOOL QVAPI MF_Play(HDC dc, const RECT *rect, HGLOBAL object);
+/* Deletes the metafile and frees the object. */
+void QVAPI MF_Destroy(HGLOBAL object);
 #endif /* _WIN32 */
 
 QV_EXTERN_C_END

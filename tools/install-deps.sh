@@ -3,15 +3,16 @@
 # machine: the i686 mingw-w64 cross compilers, 32-bit Wine, Xvfb, CMake,
 # GoogleTest's sources, native 32-bit compilers and clang's sanitizer and
 # fuzzer runtimes, and llvm's dlltool and lld-link (the MSVC-format import
-# library and the client test linked with it). Safe to run again: it does
-# nothing when all is present.
+# library and the client test linked with it), the label font the gadgets
+# ask for, and Python (the sample's screenshots become PNG files). Safe to
+# run again: it does nothing when all is present.
 set -eu
 
 need=()
 have() { dpkg-query -W -f='${Status}\n' "$1" 2>/dev/null | grep -q '^install ok installed'; }
 for p in gcc-mingw-w64-i686 g++-mingw-w64-i686 binutils-mingw-w64-i686 wine wine32:i386 wine64 \
          xvfb xauth cmake googletest gcc-multilib g++-multilib clang libclang-rt-14-dev make \
-         lld llvm fonts-wine; do
+         lld llvm fonts-wine python3; do
   have "$p" || need+=("$p")
 done
 [ ${#need[@]} -eq 0 ] && exit 0

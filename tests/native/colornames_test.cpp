@@ -48,12 +48,4 @@ TEST(ColorNames, SplitAtTheLastCharacterIntoSixteenOrRefused)
     }
 }
 
-TEST(ColorNames, PaletteIndexFindsOnlyExactColours)
-{
-    for (int i = 0; i < kPaletteSize; i++)
-        EXPECT_EQ(qvPaletteIndex(kPaletteColours[i]), i);
-    EXPECT_EQ(qvPaletteIndex(0x000081), -1);
-    EXPECT_EQ(qvPaletteIndex(0x01000000), -1);
-}
-
 } // namespace

@@ -171,6 +171,15 @@ TEST_F(DVListRules, ScrollPastTheEndJumpsToTheLastItems)
     const DvEntry *last = dvCached(&owner.box, 49);
     ASSERT_TRUE(last);
     EXPECT_EQ(last->data, 49u);
+
+    owner.total = 1000000; /* an open list far longer than seen */
+    dvRelease(&owner.box);
+    start(VL_NONE);
+    dvScrollTo(&owner.box, 0);
+    dvJump(&owner.box, DV_LAST);
+    EXPECT_EQ(owner.box.top, 999990);
+    EXPECT_EQ(owner.box.cacheSize, 100u) << "the window moved to the end instead of stretching";
+    ASSERT_TRUE(dvCached(&owner.box, 999999));
 }
 
 } // namespace

@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace gfx {
 
@@ -91,6 +92,35 @@ struct Surface {
 inline COLORREF backdrop(int x, int y)
 {
     return RGB(x * 7 & 0xFF, y * 11 & 0xFF, (x + y) * 3 & 0xFF);
+}
+
+/* Fills every free slot of the handle table with small regions, so that the
+   code under test gets exactly the slots released on purpose. */
+struct Filler {
+    std::vector<HRGN> held;
+    int fill()
+    {
+        int added = 0;
+        while (HRGN r = CreateRectRgn(0, 0, 1, 1)) {
+            held.push_back(r);
+            added++;
+        }
+        return added;
+    }
+    void release(int n)
+    {
+        for (; n > 0 && !held.empty(); n--) {
+            DeleteObject(held.back());
+            held.pop_back();
+        }
+    }
+    ~Filler() { release(int(held.size())); }
+};
+
+inline int freeSlots()
+{
+    Filler f;
+    return f.fill();
 }
 
 } // namespace gfx

@@ -12,6 +12,8 @@
 #include "qviso32.h"
 
 using gfx::backdrop;
+using gfx::Filler;
+using gfx::freeSlots;
 using gfx::Surface;
 
 namespace {
@@ -227,35 +229,6 @@ TEST(Regions, RoundedCornersAreTheEllipsePixels)
 
 /* ---- The GDI handle table ------------------------------------------------ */
 
-/* Fills every free slot of the handle table with small regions, so that the
-   code under test gets exactly the slots released on purpose. */
-struct Filler {
-    std::vector<HRGN> held;
-    int fill()
-    {
-        int added = 0;
-        while (HRGN r = CreateRectRgn(0, 0, 1, 1)) {
-            held.push_back(r);
-            added++;
-        }
-        return added;
-    }
-    void release(int n)
-    {
-        for (; n > 0 && !held.empty(); n--) {
-            DeleteObject(held.back());
-            held.pop_back();
-        }
-    }
-    ~Filler() { release(int(held.size())); }
-};
-
-int freeSlots()
-{
-    Filler f;
-    return f.fill();
-}
-
 /* What the calls below draw on and with. */
 struct Scene {
     Surface canvas{40, 30};
@@ -297,7 +270,7 @@ const Call kCalls[] = {
     {"UIMaskBlt", false, "G-", [](Scene &a) {
          return UIMaskBlt(a.canvas.dc, 1, 1, kCX, kCY, a.source.dc, 0, 0, sourcePixel(0, 0)) != 0;
      }},
-    {"UIMaskBltWithFlicker", false, "GGGG", [](Scene &a) {
+    {"UIMaskBltWithFlicker", false, "GGG", [](Scene &a) {
          return UIMaskBltWithFlicker(a.canvas.dc, &a.rect, a.image.bitmap, nullptr, sourcePixel(0, 0)) != 0;
      }},
     {"UIMaskBltNoFlicker", true, "GGGGG", [](Scene &a) {
@@ -325,7 +298,7 @@ const Call kCalls[] = {
     {"UICreateDitheredBitmap", false, "UUGG", [](Scene &a) {
          return gave(UICreateDitheredBitmap(a.canvas.dc, a.image.bitmap, RGB(128, 128, 128)));
      }},
-    {"UIChangeBitmapColor", false, "GGGGGGG", [](Scene &a) {
+    {"UIChangeBitmapColor", false, "GGGGGG", [](Scene &a) {
          return gave(UIChangeBitmapColor(a.image.bitmap, sourcePixel(1, 1), 0));
      }},
     {"UIFrameAndFillRect", false, "", [](Scene &a) {
