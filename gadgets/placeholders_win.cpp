@@ -12,7 +12,6 @@
     }
 
 extern "C" {
-QV_PLAIN_PROC(QVAPI GadFMWndProc)
 QV_PLAIN_PROC(QVAPI GadFTWndProc)
 QV_PLAIN_PROC(QVAPI GadWWndProc)
 }

@@ -323,6 +323,17 @@ enum { QVSTS_BOLD = 1, QVSTS_ITALIC = 2, QVSTS_UNDERLINE = 4 };
 #define QVPG_GETPOS 0x401    /* the page's point at the top-left: x low word, y high word */
 #define QVPG_SETPOS 0x402    /* wp: x, lp: y (kept inside the page); returns the position taken */
 enum { QVPGN_SCROLLED = 1 };
+
+/* FieldMapper: up to 32 source and 32 target fields (names cut to 31
+   characters) in two columns, one row each, pairs drawn as lines between
+   them.  Pairs are one to one: pairing a target takes it from the source
+   that had it.  A click on a source and then on a target pairs them. */
+#define QVFM_ADDSOURCE 0x400 /* lp: name; the new index, -1 when full or null */
+#define QVFM_ADDTARGET 0x401 /* lp: name; likewise */
+#define QVFM_SETPAIR 0x402   /* wp: source, lp: target or -1 for none; 0 for a bad index */
+#define QVFM_GETPAIR 0x403   /* wp: source; its target, -1 for none or a bad index */
+#define QVFM_RESET 0x404     /* removes every field */
+enum { QVFMN_CHANGED = 1 };
 #endif /* _WIN32 */
 
 #ifdef _WIN32

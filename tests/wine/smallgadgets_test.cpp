@@ -421,3 +421,50 @@ TEST(Page, ScrollsItsChildrenWithinThePageAndPassesTheirCommandsOn)
 }
 
 } // namespace
+
+namespace {
+
+TEST(FieldMapper, PairsOneToOneByMessageAndByClicks)
+{
+    HWND parent = makeParent();
+    HWND map = makeGadget(parent, "FieldMapper", "", 200, 150);
+    for (const char *name : {"Name", "Phone", "Mail"}) {
+        SendMessageA(map, QVFM_ADDSOURCE, 0, reinterpret_cast<LPARAM>(name));
+        SendMessageA(map, QVFM_ADDTARGET, 0, reinterpret_cast<LPARAM>(name));
+    }
+    struct Row {
+        WPARAM source;
+        LPARAM target;
+        LRESULT ok;
+        int pairs[3];
+    } rows[] = {
+        {0, 2, 1, {2, -1, -1}}, {1, 2, 1, {-1, 2, -1}}, {1, -1, 1, {-1, -1, -1}},
+        {3, 0, 0, {-1, -1, -1}}, {0, 3, 0, {-1, -1, -1}},
+    };
+    for (const Row &row : rows) {
+        SCOPED_TRACE(testing::Message() << row.source << "->" << row.target);
+        EXPECT_EQ(SendMessageA(map, QVFM_SETPAIR, row.source, row.target), row.ok);
+        for (int i = 0; i < 3; i++)
+            EXPECT_EQ(SendMessageA(map, QVFM_GETPAIR, i, 0), row.pairs[i]) << i;
+    }
+    takeCodes();
+    /* Rows are a font height and a little apart; 5 pixels down is row 0. */
+    click(map, 10, 5);
+    click(map, 190, 5);
+    EXPECT_EQ(SendMessageA(map, QVFM_GETPAIR, 0, 0), 0);
+    EXPECT_EQ(takeCodes(), std::vector<int>{QVFMN_CHANGED});
+    click(map, 190, 5); /* a target with no source chosen */
+    EXPECT_TRUE(takeCodes().empty());
+
+    gfx::Surface shot(200, 150);
+    printInto(map, shot);
+    int lineAt = -1;
+    for (int y = 0; y < 150; y++)
+        if (shot.at(100, y) == RGB(0, 0, 0))
+            lineAt = lineAt < 0 ? y : 1000;
+    EXPECT_GE(lineAt, 0) << "no line between the paired rows";
+    EXPECT_LT(lineAt, 20) << "a line elsewhere, or more than one";
+    DestroyWindow(parent);
+}
+
+} // namespace
