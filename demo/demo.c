@@ -14,6 +14,7 @@
 void showErrorText(void); /* kit_demo.c */
 void showTimeGad(void);   /* timegad_demo.c */
 void showDialogs(void);   /* dialogs_demo.c */
+void showGadgets(void);   /* gadgets_demo.c */
 void showVList(void);     /* vlist_demo.c */
 void showGraphics(void); /* graphics_demo.c */
 
@@ -229,6 +230,7 @@ int main(int argc, char **argv)
     showTypedDate(typedDate(argc, argv));
     showTimeGad();
     showDialogs();
+    showGadgets();
     showVList();
     showGraphics();
     DrailufInstanceStop(0);

@@ -76,11 +76,10 @@ constexpr int kColorNamesRoom = 512;
 
 int32_t RegistrationCount;
 
-/* The solid class brushes, one per class that has one, made on the first
-   registration of this load and kept: a later registration reuses them,
-   since the system never deletes a class's brush. */
-HBRUSH SolidBrushes[std::size(kClasses)];
-
+/* The class's background: none, the window colour, or a new solid brush.
+   A solid brush is made at every registration: the system deletes a class's
+   brush when the class is unregistered, so one kept from an earlier
+   registration would be dead. */
 HBRUSH classBrush(size_t i)
 {
     Background kind = kClasses[i].background;
@@ -88,9 +87,7 @@ HBRUSH classBrush(size_t i)
         return nullptr;
     if (kind == WindowBrush)
         return reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1);
-    if (!SolidBrushes[i])
-        SolidBrushes[i] = CreateSolidBrush(kSolidColour[kind]);
-    return SolidBrushes[i];
+    return CreateSolidBrush(kSolidColour[kind]);
 }
 
 /* Loads the colour names and hands a copy of exactly their size to the
@@ -142,6 +139,8 @@ int QVAPI RegisterGadgets(uint32_t)
         wc.hbrBackground = classBrush(i);
         wc.lpszClassName = kClasses[i].name;
         if (!RegisterClassA(&wc)) {
+            if (kClasses[i].background > WindowBrush)
+                DeleteObject(wc.hbrBackground);
             OSErrorSetErrorInfo(RV_UserError, reinterpret_cast<void *>(&RegisterClassA));
             return 0;
         }

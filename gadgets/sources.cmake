@@ -14,5 +14,9 @@ list(APPEND QV_PORTABLE_SOURCES gadgets/vlistcore.cpp gadgets/dvlistcore.cpp)
 list(APPEND QV_WINDOWS_SOURCES gadgets/vlistbox_win.cpp gadgets/dvlistbox_win.cpp gadgets/vlistpaint_win.cpp)
 # the colour picker's palette and names
 list(APPEND QV_PORTABLE_SOURCES gadgets/colornames.cpp)
+# the small gadgets, one file each
+list(APPEND QV_WINDOWS_SOURCES gadgets/qvbitmap_win.cpp gadgets/stopwatch_win.cpp gadgets/datetracker_win.cpp
+     gadgets/tumbler_win.cpp gadgets/supertext_win.cpp gadgets/qvcombo_win.cpp
+     gadgets/page_win.cpp gadgets/fieldmapper_win.cpp)
 # the gauge
 list(APPEND QV_WINDOWS_SOURCES gadgets/gasgauge_win.cpp)

@@ -256,6 +256,87 @@ BOOL QVAPI DVListBox_SetPastBottom(HWND window, uint32_t ignored);
 #endif /* _WIN32 */
 
 #ifdef _WIN32
+/* ---- Small gadgets ---------------------------------------------------------
+ * Each tells its parent of a change made by the user with WM_COMMAND (its
+ * identifier, the code below, its window); changes made by message are not
+ * told.  All paint for WM_PRINTCLIENT as for WM_PAINT.
+ */
+
+/* QvBitmap: a bitmap centred on the background, a key colour left out; a
+   press and release of the left button over it sends BN_CLICKED. */
+#define QVBM_SETBITMAP 0x400 /* wp: HBITMAP (stays the caller's), lp: key colour or CLR_INVALID; returns the previous bitmap */
+#define QVBM_GETBITMAP 0x401
+
+/* StopWatch: elapsed time as h:mm:ss (also its window text, which cannot
+   be set otherwise); a click starts or stops it. */
+#define QVSW_START 0x400      /* 1; 0 when no timer is to be had */
+#define QVSW_STOP 0x401
+#define QVSW_RESET 0x402      /* to 0:00:00, running or not */
+#define QVSW_GETSECONDS 0x403 /* whole seconds elapsed */
+#define QVSW_SETSECONDS 0x404 /* wp: seconds (below 4294968), running or not */
+#define QVSW_ISRUNNING 0x405
+enum { QVSWN_STARTED = 1, QVSWN_STOPPED = 2 };
+
+/* DateTracker: one date-time record, shown as the short date (also the
+   window text); it starts at today.  Left/Down step a day back, Right/Up a
+   day on, with Ctrl a month; a click in the left or right quarter steps a
+   day.  Steps that would leave 1800-2101 do nothing. */
+#define QVDT_SETDATE 0x400 /* lp: const OSDateTime *; 0 for an invalid record */
+#define QVDT_GETDATE 0x401 /* lp: OSDateTime * filled */
+enum { QVDTN_CHANGED = 1 };
+
+/* Tumbler: a duration of 0 to 1439 minutes; the window text is its tumbler
+   string (the minutes in decimal; setting a larger number gives 1439),
+   shown as hours and minutes.  Up/Right add the step, Down/Left take it
+   away, stopping at the ends; a click in the right half adds, in the left
+   half takes away. */
+#define QVTU_SETMINUTES 0x400 /* wp: minutes (above 1439: 1439) */
+#define QVTU_GETMINUTES 0x401
+#define QVTU_SETSTEP 0x402    /* wp: 1..1439 minutes, 15 at first; 0 for others */
+#define QVTU_GETSTEP 0x403
+enum { QVTUN_CHANGED = 1 };
+
+/* SuperText: its window text, read-only, word-wrapped to the window in the
+   base font (WM_SETFONT, else the parent's) made bold, italic or underlined
+   as asked, in a colour (the window-text colour at first). */
+#define QVST_SETCOLOR 0x400 /* lp: COLORREF; returns the previous one */
+#define QVST_GETCOLOR 0x401
+#define QVST_SETSTYLE 0x402 /* wp: QVSTS_* bits; returns the previous ones */
+#define QVST_GETSTYLE 0x403
+enum { QVSTS_BOLD = 1, QVSTS_ITALIC = 2, QVSTS_UNDERLINE = 4 };
+
+/* QvCombo: a combo box (a drop-down list unless the style's low bits say
+   CBS_SIMPLE or CBS_DROPDOWN) filling the gadget, whose height is the
+   dropped-down height.  CB_* messages sent to the gadget reach the combo
+   box; its notifications and owner-draw records reach the parent as the
+   gadget's own (the gadget's identifier and window).  The window text is
+   the combo box's; setting it selects the item of exactly that text (case
+   counts), else no item (an editable combo box then shows the text). */
+
+/* Page: a scrolling container for the owner's controls.  Scroll bars show
+   when the page is larger than the window; scrolling (bars, wheel, or
+   QVPG_SETPOS) moves the children and keeps the window inside the page.
+   WM_COMMAND, WM_NOTIFY, owner-draw and WM_CTLCOLOR* messages of the
+   children go on to the Page's parent unchanged.  Scrolling by the user is
+   told with QVPGN_SCROLLED. */
+#define QVPG_SETEXTENT 0x400 /* wp: width, lp: height of the whole page */
+#define QVPG_GETPOS 0x401    /* the page's point at the top-left: x low word, y high word */
+#define QVPG_SETPOS 0x402    /* wp: x, lp: y (kept inside the page); returns the position taken */
+enum { QVPGN_SCROLLED = 1 };
+
+/* FieldMapper: up to 32 source and 32 target fields (names cut to 31
+   characters) in two columns, one row each, pairs drawn as lines between
+   them.  Pairs are one to one: pairing a target takes it from the source
+   that had it.  A click on a source and then on a target pairs them. */
+#define QVFM_ADDSOURCE 0x400 /* lp: name; the new index, -1 when full or null */
+#define QVFM_ADDTARGET 0x401 /* lp: name; likewise */
+#define QVFM_SETPAIR 0x402   /* wp: source, lp: target or -1 for none; 0 for a bad index */
+#define QVFM_GETPAIR 0x403   /* wp: source; its target, -1 for none or a bad index */
+#define QVFM_RESET 0x404     /* removes every field */
+enum { QVFMN_CHANGED = 1 };
+#endif /* _WIN32 */
+
+#ifdef _WIN32
 /* ---- Exported window procedures ---------------------------------------- */
 LRESULT QVAPI GadPageWndProc(HWND window, UINT message, WPARAM wp, LPARAM lp);
 LRESULT QVAPI GadFMWndProc(HWND window, UINT message, WPARAM wp, LPARAM lp);

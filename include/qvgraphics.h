@@ -110,6 +110,38 @@ HRGN QVAPI UICreateBitmapRegion(HBITMAP bitmap, COLORREF colour, BOOL mirror);
 HRGN QVAPI UICreateMirroredBitmapRegion(HBITMAP bitmap, COLORREF transparent);
 /* A rounded rectangle whose corners are those GDI's Ellipse draws. */
 HRGN QVAPI UICreateRoundRectRegion(int left, int top, int right, int bottom, int ellipseW, int ellipseH);
+
+/* ---- Films ----------------------------------------------------------------
+ * Frame animation from a strip: a bitmap of `frames` equal frames side by
+ * side, left to right.  The strip stays the caller's and must outlive the
+ * film and not be selected into a DC while the film draws.  Up to 64 films
+ * exist at once.  A handle that is not a live film gives FALSE (-1 for
+ * UIFilmGetFrame) after recording RV_BadParms.
+ */
+typedef struct QvFilm *HQVFILM;
+/* A film of the strip; transparent is the key colour, or CLR_INVALID for
+   opaque frames.  Null after RV_BadParms (no bitmap, no frames, a width
+   not divisible by frames) or RV_OutOfLocalMemory (64 films exist). */
+HQVFILM QVAPI UIFilmCreate(HBITMAP strip, uint32_t frames, COLORREF transparent);
+/* Draws one frame (0-based) with its top-left corner at (x, y). */
+BOOL QVAPI UIFilmDraw(HQVFILM film, HDC dc, int x, int y, uint32_t frame);
+/* Shows frame 0 in the window's client area at (x, y) at once, then the
+   next frame every msPerFrame milliseconds while the thread dispatches
+   messages; after the last frame it starts over (loop) or stops, the last
+   frame showing.  Playing again restarts; the film stops by itself when its
+   window is destroyed.  FALSE with RV_BadParms for no window or 0 ms, with
+   RV_UserError when no timer is to be had. */
+BOOL QVAPI UIFilmPlay(HQVFILM film, HWND window, int x, int y, uint32_t msPerFrame, BOOL loop);
+/* Stops playing; the frame showing stays (stopping a stopped film is TRUE). */
+BOOL QVAPI UIFilmStop(HQVFILM film);
+/* The frame last shown by playing, 0 before any. */
+int32_t QVAPI UIFilmGetFrame(HQVFILM film);
+/* TRUE while the film plays; FALSE for any handle that is not a live film
+   (nothing recorded). */
+BOOL QVAPI UIFilmIsPlaying(HQVFILM film);
+/* Stops the film and frees it; the handle is dead afterwards. */
+BOOL QVAPI UIFilmDestroy(HQVFILM film);
+
 /* ---- Device-independent bitmaps ------------------------------------------
  * A DIB is a movable global block in packed form: a 40-byte header, the
  * colour table (4 bytes an entry) and the bits, rows bottom-up.  Its stream

@@ -115,6 +115,32 @@ BOOL QVAPI StatusValue(HWND box, uint32_t percent);
 BOOL QVAPI StatusCanceled(HWND box);
 /* Replaces the box's text (null counts as empty). */
 BOOL QVAPI StatusSetText(HWND box, const char *text);
+
+/*
+ * Text drawing in the DC's current font, text colour and background mode;
+ * the DC is left as it was.  Text is drawn as it is: no prefix characters,
+ * no tab expansion.  length -1 means NUL-terminated (a null text is empty).
+ * Null dc or rect: 0 after recording RV_BadParms.
+ */
+/* Word-wrapped text in rect, left-aligned, one line per font height:
+   lines break at CR/LF, after the last blank that lets them fit (blanks at
+   the break dropped) or, for a word wider than the line, between
+   characters.  Lines after the first are drawn `indent` pixels further
+   right; a negative indent moves the first line right instead.  Drawing is
+   clipped to rect unless DT_NOCLIP; lines below it still count.  Returns
+   the height of all lines (an empty text is one line).  DT_CALCRECT draws
+   nothing and sets rect's bottom to top + that height and its right to the
+   widest line's end, indent included. */
+int QVAPI DrawTextWithIndent(HDC dc, const char *text, int length, RECT *rect, UINT format, int indent);
+/* One line reading from bottom to top, in a copy of the DC's font turned
+   by 90 degrees (TrueType only).  Along rect's height it starts at the
+   bottom, centred with DT_CENTER or ending at the top with DT_RIGHT; across
+   its width it sits at the left, centred with DT_VCENTER or at the right
+   with DT_BOTTOM.  Clipped to rect unless DT_NOCLIP.  Returns the text's
+   length in pixels; DT_CALCRECT draws nothing and moves rect's top and
+   right edges to enclose the text standing on its bottom-left corner.  The
+   turned font failing: 0 after RV_GDIError. */
+int QVAPI DrawTextVertical(HDC dc, const char *text, int length, RECT *rect, UINT format);
 #endif
 
 /* Starts the program named in the shared program list (section "Quenby

@@ -16,3 +16,5 @@ list(APPEND QV_PORTABLE_SOURCES util/launch.cpp)
 list(APPEND QV_WINDOWS_SOURCES util/launch_win.cpp)
 # status boxes
 list(APPEND QV_WINDOWS_SOURCES util/statusbox_win.cpp)
+# indented and turned text drawing
+list(APPEND QV_WINDOWS_SOURCES util/textdraw_win.cpp)

@@ -103,8 +103,13 @@ TEST_F(Registration, OnlyTheFirstCallerRegistersAndOnlyTheLastUnregisters)
         EXPECT_FALSE(registered(c.name)) << c.name;
     EXPECT_EQ(UnRegisterGadgets(), -1);
     EXPECT_EQ(OSErrorGetErrorValue(), RV_Success);
-    // A second load cycle works the same (the class brushes are reused).
+    // A second load cycle works the same, with live class brushes (the
+    // system deleted the first ones with their classes).
     EXPECT_EQ(RegisterGadgets(0), 1);
+    WNDCLASSA again;
+    ASSERT_TRUE(GetClassInfoA(library(), "DateTracker", &again));
+    LOGBRUSH lb{};
+    EXPECT_TRUE(GetObjectA(again.hbrBackground, sizeof lb, &lb));
     EXPECT_EQ(UnRegisterGadgets(), 0);
 }
 

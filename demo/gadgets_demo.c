@@ -1,0 +1,115 @@
+/*
+ * The small gadgets: a picture button (QvBitmap) clicked once, a StopWatch
+ * run for a moment, a DateTracker stepped a day on with the arrow key and a
+ * Tumbler turned up one step.  Their notifications are printed as they
+ * arrive.
+ */
+#include <stdio.h>
+#include <string.h>
+
+#include "qviso32.h"
+#include "shot.h"
+
+enum { PictureId = 201, WatchId = 202, DateId = 203, TumblerId = 204 };
+
+static LRESULT CALLBACK gadgetsParent(HWND window, UINT message, WPARAM wp, LPARAM lp)
+{
+    if (message == WM_COMMAND) {
+        char cls[32] = "";
+        GetClassNameA((HWND)lp, cls, sizeof cls);
+        printf("  notification %d from %s %d\n", (short)HIWORD(wp), cls, LOWORD(wp));
+        return 0;
+    }
+    return DefWindowProcA(window, message, wp, lp);
+}
+
+/* A 32 x 32 picture on a magenta key: a blue disc with a yellow square. */
+static HBITMAP makePicture(void)
+{
+    HDC screen = GetDC(NULL), dc = CreateCompatibleDC(screen);
+    HBITMAP picture = CreateCompatibleBitmap(screen, 32, 32);
+    HGDIOBJ oldBitmap = SelectObject(dc, picture);
+    HBRUSH key = CreateSolidBrush(RGB(255, 0, 255)), blue = CreateSolidBrush(RGB(30, 60, 200)),
+           yellow = CreateSolidBrush(RGB(250, 210, 40));
+    RECT all = {0, 0, 32, 32}, square = {11, 11, 21, 21};
+    HGDIOBJ oldBrush;
+
+    FillRect(dc, &all, key);
+    oldBrush = SelectObject(dc, blue);
+    SelectObject(dc, GetStockObject(NULL_PEN));
+    Ellipse(dc, 1, 1, 32, 32);
+    FillRect(dc, &square, yellow);
+    SelectObject(dc, oldBrush);
+    SelectObject(dc, oldBitmap);
+    DeleteObject(key);
+    DeleteObject(blue);
+    DeleteObject(yellow);
+    DeleteDC(dc);
+    ReleaseDC(NULL, screen);
+    return picture;
+}
+
+static HWND child(HWND parent, const char *cls, const char *text, int id, int x, int y, int w, int h)
+{
+    return CreateWindowA(cls, text, WS_CHILD | WS_VISIBLE | WS_BORDER, x, y, w, h, parent, (HMENU)(INT_PTR)id,
+                         GetModuleHandleA(NULL), NULL);
+}
+
+void showGadgets(void)
+{
+    WNDCLASSA wc;
+    HWND main, picture, watch, date, tumbler;
+    HINSTANCE instance = GetModuleHandleA(NULL);
+    HBITMAP bitmap = makePicture();
+    OSDateTime day;
+    DWORD start;
+    char text[64];
+
+    RegisterGadgets(0);
+    memset(&wc, 0, sizeof wc);
+    wc.lpfnWndProc = gadgetsParent;
+    wc.hInstance = instance;
+    wc.lpszClassName = "QvGadgetsDemo";
+    wc.hbrBackground = (HBRUSH)(COLOR_BTNFACE + 1);
+    RegisterClassA(&wc);
+    main = CreateWindowA("QvGadgetsDemo", "Small gadgets", WS_OVERLAPPED | WS_CAPTION | WS_VISIBLE, 0, 0, 360, 170,
+                         NULL, NULL, instance, NULL);
+
+    printf("small gadgets:\n");
+    picture = child(main, "QvBitmap", "", PictureId, 10, 10, 48, 48);
+    SendMessageA(picture, QVBM_SETBITMAP, (WPARAM)bitmap, RGB(255, 0, 255));
+    watch = child(main, "StopWatch", "", WatchId, 70, 10, 120, 24);
+    date = child(main, "DateTracker", "", DateId, 70, 44, 260, 24);
+    tumbler = child(main, "Tumbler", "90", TumblerId, 200, 10, 130, 24);
+
+    SendMessageA(picture, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(20, 20));
+    SendMessageA(picture, WM_LBUTTONUP, 0, MAKELPARAM(20, 20));
+
+    SendMessageA(watch, QVSW_SETSECONDS, 3718, 0);
+    SendMessageA(watch, QVSW_START, 0, 0);
+    start = GetTickCount();
+    while (GetTickCount() - start < 1200) {
+        demoPump();
+        Sleep(20);
+    }
+    SendMessageA(watch, QVSW_STOP, 0, 0);
+    GetWindowTextA(watch, text, sizeof text);
+    printf("  stop watch stopped at %s\n", text);
+
+    OSSetDateTime(&day, 2026, 2, 28, 9, 0, 0, 0);
+    SendMessageA(date, QVDT_SETDATE, 0, (LPARAM)&day);
+    SendMessageA(date, WM_KEYDOWN, VK_RIGHT, 1);
+    GetWindowTextA(date, text, sizeof text);
+    printf("  date tracker: one day after 2/28/2026 is %s\n", text);
+
+    SendMessageA(tumbler, WM_KEYDOWN, VK_UP, 1);
+    GetWindowTextA(tumbler, text, sizeof text);
+    printf("  tumbler: 90 minutes and a step of %ld make %s\n", (long)SendMessageA(tumbler, QVTU_GETSTEP, 0, 0),
+           text);
+
+    demoPump();
+    demoSaveWindow(main, "gadgets");
+    DestroyWindow(main);
+    DeleteObject(bitmap);
+    UnRegisterGadgets();
+}
