@@ -16,6 +16,7 @@
 
 #include "../base/globals.h"
 #include "../base/os.h"
+#include "../graphics/gdi_win.h"
 #include "qvdialogs.h"
 #include "qverror.h"
 #include "qvgraphics.h"
@@ -195,18 +196,7 @@ struct ButtonDC {
     ButtonDC &operator=(const ButtonDC &) = delete;
 };
 
-struct Selected {
-    HDC dc;
-    HGDIOBJ old;
-    Selected(HDC d, HGDIOBJ object) : dc(d), old(object ? SelectObject(d, object) : nullptr) {}
-    ~Selected()
-    {
-        if (old)
-            SelectObject(dc, old);
-    }
-    Selected(const Selected &) = delete;
-    Selected &operator=(const Selected &) = delete;
-};
+using Selected = gdi::Selection;
 
 enum GlyphRow { CheckRow, ThreeStateRow, RadioRow, NoGlyph };
 

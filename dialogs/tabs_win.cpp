@@ -15,6 +15,7 @@
 #include "../base/os.h"
 #include "../gadgets/gadget_win.h"
 #include "../gadgets/gadprocs_win.h"
+#include "../graphics/gdi_win.h"
 #include "dlgtemplate.h"
 #include "qvdialogs.h"
 #include "qverror.h"
@@ -625,40 +626,9 @@ BOOL addListTab(HWND strip, LPCSTR label, UINT tabId, const UINT *ids, bool incl
 
 constexpr COLORREF kTransparent = 0xFFFF00; /* cyan: outside a tab's ends */
 
-/* Selects an object for the life of the guard. */
-struct Selected {
-    HDC dc;
-    HGDIOBJ old;
-    Selected(HDC d, HGDIOBJ object) : dc(d), old(object ? SelectObject(d, object) : nullptr) {}
-    ~Selected()
-    {
-        if (old)
-            SelectObject(dc, old);
-    }
-    Selected(const Selected &) = delete;
-    Selected &operator=(const Selected &) = delete;
-};
-
-struct MemoryDC {
-    HDC dc;
-    explicit MemoryDC(HDC like) : dc(CreateCompatibleDC(like)) {}
-    ~MemoryDC()
-    {
-        if (dc)
-            DeleteDC(dc);
-    }
-    MemoryDC(const MemoryDC &) = delete;
-    MemoryDC &operator=(const MemoryDC &) = delete;
-};
-
-struct OwnedBitmap {
-    HBITMAP bitmap;
-    ~OwnedBitmap()
-    {
-        if (bitmap)
-            DeleteObject(bitmap);
-    }
-};
+using Selected = gdi::Selection;
+using gdi::MemoryDC;
+using gdi::OwnedBitmap;
 
 bool tabBitmapSize(SIZE *size)
 {
@@ -776,11 +746,11 @@ bool paintStrip(HWND strip, Strip *s, HDC target)
     MemoryDC memory(target);
     MemoryDC art(target);
     OwnedBitmap canvas{memory.dc ? CreateCompatibleBitmap(target, client.right, client.bottom) : nullptr};
-    if (!memory.dc || !art.dc || !canvas.bitmap) {
+    if (!memory.dc || !art.dc || !canvas.handle) {
         OSErrorSetErrorInfo(RV_GDIError, reinterpret_cast<void *>(&CreateCompatibleBitmap));
         return false;
     }
-    Selected onCanvas(memory.dc, canvas.bitmap);
+    Selected onCanvas(memory.dc, canvas.handle);
     Selected font(memory.dc, s->font);
     FillRect(memory.dc, &client, GetSysColorBrush(COLOR_BTNFACE));
     /* The strip's line, along the bottom of the tabs. */

@@ -8,59 +8,14 @@
  */
 #include "qvgadgets.h"
 #include "qverror.h"
+#include "../graphics/gdi_win.h"
 #include "../graphics/threestep_win.h"
 
 namespace {
 
-/* A memory DC compatible with another, deleted at scope end. */
-struct MemoryDC {
-    HDC dc;
-    explicit MemoryDC(HDC like) : dc(CreateCompatibleDC(like)) {}
-    ~MemoryDC()
-    {
-        if (dc)
-            DeleteDC(dc);
-    }
-    MemoryDC(const MemoryDC &) = delete;
-    MemoryDC &operator=(const MemoryDC &) = delete;
-};
-
-/* An object selected into a DC, selected out again at scope end. */
-struct Selection {
-    HDC dc;
-    HGDIOBJ previous;
-    Selection(HDC dc, HGDIOBJ object) : dc(dc), previous(dc && object ? SelectObject(dc, object) : nullptr) {}
-    ~Selection()
-    {
-        if (previous)
-            SelectObject(dc, previous);
-    }
-    explicit operator bool() const { return previous != nullptr; }
-    Selection(const Selection &) = delete;
-    Selection &operator=(const Selection &) = delete;
-};
-
-/* A bitmap this helper made, deleted at scope end unless released. */
-struct OwnBitmap {
-    HBITMAP bitmap;
-    ~OwnBitmap()
-    {
-        if (bitmap)
-            DeleteObject(bitmap);
-    }
-    HBITMAP release()
-    {
-        HBITMAP b = bitmap;
-        bitmap = nullptr;
-        return b;
-    }
-};
-
-BOOL gdiFailed(const void *function)
-{
-    OSErrorSetErrorInfo(RV_GDIError, function);
-    return FALSE;
-}
+using gdi::MemoryDC;
+using gdi::Selection;
+using OwnBitmap = gdi::OwnedBitmap;
 
 bool bitmapSize(HBITMAP bitmap, int &width, int &height)
 {
@@ -76,16 +31,16 @@ BOOL centredBlt(HDC target, const RECT *rect, HBITMAP bitmap, DWORD rop)
 {
     int w, h;
     if (!rect || !bitmapSize(bitmap, w, h))
-        return gdiFailed(reinterpret_cast<const void *>(&GetObjectA));
+        return gdi::failed(reinterpret_cast<const void *>(&GetObjectA));
     MemoryDC source(target);
     if (!source.dc)
-        return gdiFailed(reinterpret_cast<const void *>(&CreateCompatibleDC));
+        return gdi::failed(reinterpret_cast<const void *>(&CreateCompatibleDC));
     Selection select(source.dc, bitmap);
     if (!select)
-        return gdiFailed(reinterpret_cast<const void *>(&SelectObject));
+        return gdi::failed(reinterpret_cast<const void *>(&SelectObject));
     int x = rect->left + (rect->right - rect->left - w) / 2, y = rect->top + (rect->bottom - rect->top - h) / 2;
     if (!BitBlt(target, x, y, w, h, source.dc, 0, 0, rop))
-        return gdiFailed(reinterpret_cast<const void *>(&BitBlt));
+        return gdi::failed(reinterpret_cast<const void *>(&BitBlt));
     return TRUE;
 }
 
@@ -93,32 +48,32 @@ BOOL noFlickerBlt(HDC target, const RECT *rect, HBITMAP bitmap, HBITMAP mask, CO
 {
     int w, h;
     if (!rect || !bitmapSize(bitmap, w, h))
-        return gdiFailed(reinterpret_cast<const void *>(&GetObjectA));
+        return gdi::failed(reinterpret_cast<const void *>(&GetObjectA));
     int x = rect->left + (rect->right - rect->left - w) / 2, y = rect->top + (rect->bottom - rect->top - h) / 2;
     OwnBitmap ownMask{mask ? nullptr : GadUtilCreateMaskBitmap(target, bitmap, transparent)};
-    if (!mask && !ownMask.bitmap)
+    if (!mask && !ownMask.handle)
         return FALSE;
     OwnBitmap image{CreateCompatibleBitmap(target, w, h)};
-    if (!image.bitmap)
-        return gdiFailed(reinterpret_cast<const void *>(&CreateCompatibleBitmap));
+    if (!image.handle)
+        return gdi::failed(reinterpret_cast<const void *>(&CreateCompatibleBitmap));
     MemoryDC off(target), source(target), masks(target);
     if (!off.dc || !source.dc || !masks.dc)
-        return gdiFailed(reinterpret_cast<const void *>(&CreateCompatibleDC));
-    Selection selectImage(off.dc, image.bitmap), selectSource(source.dc, bitmap),
-        selectMask(masks.dc, mask ? mask : ownMask.bitmap);
+        return gdi::failed(reinterpret_cast<const void *>(&CreateCompatibleDC));
+    Selection selectImage(off.dc, image.handle), selectSource(source.dc, bitmap),
+        selectMask(masks.dc, mask ? mask : ownMask.handle);
     if (!selectImage || !selectSource || !selectMask)
-        return gdiFailed(reinterpret_cast<const void *>(&SelectObject));
+        return gdi::failed(reinterpret_cast<const void *>(&SelectObject));
     if (!BitBlt(off.dc, 0, 0, w, h, target, x, y, SRCCOPY))
-        return gdiFailed(reinterpret_cast<const void *>(&BitBlt));
+        return gdi::failed(reinterpret_cast<const void *>(&BitBlt));
     if (invert) {
         Selection brush(off.dc, GetCurrentObject(target, OBJ_BRUSH));
         if (!brush || !PatBlt(off.dc, 0, 0, w, h, PATINVERT))
-            return gdiFailed(reinterpret_cast<const void *>(&PatBlt));
+            return gdi::failed(reinterpret_cast<const void *>(&PatBlt));
     }
     if (!threeStepBlt(off.dc, 0, 0, w, h, source.dc, 0, 0, masks.dc, 0, 0))
         return FALSE;
     if (!BitBlt(target, x, y, w, h, off.dc, 0, 0, SRCCOPY))
-        return gdiFailed(reinterpret_cast<const void *>(&BitBlt));
+        return gdi::failed(reinterpret_cast<const void *>(&BitBlt));
     return TRUE;
 }
 
@@ -130,28 +85,28 @@ HBITMAP QVAPI GadUtilCreateMaskBitmap(HDC dc, HBITMAP bitmap, COLORREF transpare
 {
     int w, h;
     if (!bitmapSize(bitmap, w, h)) {
-        gdiFailed(reinterpret_cast<const void *>(&GetObjectA));
+        gdi::failed(reinterpret_cast<const void *>(&GetObjectA));
         return nullptr;
     }
     OwnBitmap mask{CreateBitmap(w, h, 1, 1, nullptr)};
-    if (!mask.bitmap) {
-        gdiFailed(reinterpret_cast<const void *>(&CreateBitmap));
+    if (!mask.handle) {
+        gdi::failed(reinterpret_cast<const void *>(&CreateBitmap));
         return nullptr;
     }
     {
         MemoryDC source(dc), masks(dc);
         if (!source.dc || !masks.dc) {
-            gdiFailed(reinterpret_cast<const void *>(&CreateCompatibleDC));
+            gdi::failed(reinterpret_cast<const void *>(&CreateCompatibleDC));
             return nullptr;
         }
-        Selection selectSource(source.dc, bitmap), selectMask(masks.dc, mask.bitmap);
+        Selection selectSource(source.dc, bitmap), selectMask(masks.dc, mask.handle);
         if (!selectSource || !selectMask) {
-            gdiFailed(reinterpret_cast<const void *>(&SelectObject));
+            gdi::failed(reinterpret_cast<const void *>(&SelectObject));
             return nullptr;
         }
         SetBkColor(source.dc, transparent);
         if (!BitBlt(masks.dc, 0, 0, w, h, source.dc, 0, 0, SRCCOPY)) {
-            gdiFailed(reinterpret_cast<const void *>(&BitBlt));
+            gdi::failed(reinterpret_cast<const void *>(&BitBlt));
             return nullptr;
         }
     }
@@ -162,19 +117,19 @@ BOOL QVAPI GadUtilMaskBlt(HDC target, int x, int y, int width, int height, HDC s
                           COLORREF transparent)
 {
     OwnBitmap mask{CreateBitmap(width, height, 1, 1, nullptr)};
-    if (!mask.bitmap)
-        return gdiFailed(reinterpret_cast<const void *>(&CreateBitmap));
+    if (!mask.handle)
+        return gdi::failed(reinterpret_cast<const void *>(&CreateBitmap));
     MemoryDC masks(target);
     if (!masks.dc)
-        return gdiFailed(reinterpret_cast<const void *>(&CreateCompatibleDC));
-    Selection selectMask(masks.dc, mask.bitmap);
+        return gdi::failed(reinterpret_cast<const void *>(&CreateCompatibleDC));
+    Selection selectMask(masks.dc, mask.handle);
     if (!selectMask)
-        return gdiFailed(reinterpret_cast<const void *>(&SelectObject));
+        return gdi::failed(reinterpret_cast<const void *>(&SelectObject));
     COLORREF back = SetBkColor(source, transparent);
     BOOL copied = BitBlt(masks.dc, 0, 0, width, height, source, sourceX, sourceY, SRCCOPY);
     SetBkColor(source, back);
     if (!copied)
-        return gdiFailed(reinterpret_cast<const void *>(&BitBlt));
+        return gdi::failed(reinterpret_cast<const void *>(&BitBlt));
     return threeStepBlt(target, x, y, width, height, source, sourceX, sourceY, masks.dc, 0, 0);
 }
 
@@ -183,17 +138,17 @@ BOOL QVAPI GadUtilMaskBltWithFlicker(HDC target, const RECT *rect, HBITMAP bitma
 {
     int bw, bh;
     if (!rect || !bitmapSize(bitmap, bw, bh))
-        return gdiFailed(reinterpret_cast<const void *>(&GetObjectA));
+        return gdi::failed(reinterpret_cast<const void *>(&GetObjectA));
     RECT whole{0, 0, bw, bh};
     if (!part)
         part = &whole;
     int w = part->right - part->left, h = part->bottom - part->top;
     MemoryDC source(target);
     if (!source.dc)
-        return gdiFailed(reinterpret_cast<const void *>(&CreateCompatibleDC));
+        return gdi::failed(reinterpret_cast<const void *>(&CreateCompatibleDC));
     Selection select(source.dc, bitmap);
     if (!select)
-        return gdiFailed(reinterpret_cast<const void *>(&SelectObject));
+        return gdi::failed(reinterpret_cast<const void *>(&SelectObject));
     int x = rect->left + (rect->right - rect->left - w) / 2, y = rect->top + (rect->bottom - rect->top - h) / 2;
     return GadUtilMaskBlt(target, x, y, w, h, source.dc, part->left, part->top, transparent);
 }

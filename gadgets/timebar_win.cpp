@@ -71,7 +71,7 @@ TbMetrics tbMeasure(HFONT font)
     if (!screen)
         return metrics;
     {
-        TbSelection selected(screen, font);
+        gdi::Selection selected(screen, font);
         TEXTMETRICA tm{};
         SIZE size{};
         if (GetTextMetricsA(screen, &tm))
@@ -93,7 +93,7 @@ bool tbDrawRuler(HDC dc, const TcLayout &layout, const OSDateTime &first, int ho
 {
     if (hours <= 0)
         return true;
-    TbSelection selected(dc, font);
+    gdi::Selection selected(dc, font);
     SetBkMode(dc, TRANSPARENT);
     SetTextColor(dc, text);
     SetTextAlign(dc, TA_CENTER | TA_TOP);
@@ -169,7 +169,7 @@ bool tbPaint(HWND window, COLORREF background, bool (*draw)(HWND window, HDC dc,
         HDC memory = CreateCompatibleDC(dc);
         HBITMAP picture = memory ? CreateCompatibleBitmap(dc, client.right, client.bottom) : nullptr;
         if (picture) {
-            TbSelection selected(memory, picture);
+            gdi::Selection selected(memory, picture);
             HBRUSH brush = CreateSolidBrush(background);
             FillRect(memory, &client, brush);
             DeleteObject(brush);
@@ -197,7 +197,7 @@ LRESULT tbErase(HWND window, HDC dc, COLORREF background)
     GetClientRect(window, &client);
     HBRUSH brush = CreateSolidBrush(background);
     {
-        TbSelection selected(dc, brush);
+        gdi::Selection selected(dc, brush);
         PatBlt(dc, 0, 0, client.right, client.bottom, PATCOPY);
     }
     DeleteObject(brush);

@@ -8,6 +8,7 @@
 
 #include "qvdatetime.h"
 #include "timecalc.h"
+#include "../graphics/gdi_win.h"
 
 constexpr COLORREF kTbTeal = RGB(0, 129, 129); /* background, and the bitmaps' transparent colour */
 constexpr UINT kTbTimerInterval = 75;
@@ -79,19 +80,6 @@ struct TbStamp {
     TbStamp &operator=(const TbStamp &) = delete;
 };
 
-/* An object selected into a DC, selected out again at scope end. */
-struct TbSelection {
-    HDC dc;
-    HGDIOBJ previous;
-    TbSelection(HDC dc, HGDIOBJ object) : dc(dc), previous(dc && object ? SelectObject(dc, object) : nullptr) {}
-    ~TbSelection()
-    {
-        if (previous)
-            SelectObject(dc, previous);
-    }
-    TbSelection(const TbSelection &) = delete;
-    TbSelection &operator=(const TbSelection &) = delete;
-};
 
 /* A GDI object deleted at scope end. */
 struct TbObject {
