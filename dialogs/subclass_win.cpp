@@ -230,8 +230,19 @@ bool paintGlyphButton(HWND button, HDC dc, GlyphRow row, HBITMAP bitmap, WNDPROC
 {
     RECT client;
     GetClientRect(button, &client);
-    FillRect(dc, &client, prepareColours(button, dc));
+    HBRUSH background = prepareColours(button, dc);
+    FillRect(dc, &client, background);
     HBITMAP glyphs = LoadBitmapA(LibraryModule, MAKEINTRESOURCEA(IDB_CHECK_GLYPHS));
+    /* The glyphs are drawn on light grey; that ground takes the button's own
+       background, so the glyph sits on the dialog as the text does. */
+    LOGBRUSH ground{};
+    if (glyphs && GetObjectA(background, sizeof ground, &ground) == sizeof ground && ground.lbStyle == BS_SOLID &&
+        ground.lbColor != RGB(192, 192, 192)) {
+        if (HBITMAP recoloured = UIChangeBitmapColor(glyphs, RGB(192, 192, 192), ground.lbColor)) {
+            DeleteObject(glyphs);
+            glyphs = recoloured;
+        }
+    }
     BITMAP info;
     if (!glyphs || GetObjectA(glyphs, sizeof info, &info) != sizeof info) {
         if (glyphs)
