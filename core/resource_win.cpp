@@ -5,6 +5,7 @@
 #include <string.h>
 
 #include "../base/globals.h"
+#include "../graphics/metafile_win.h"
 #include "resource.h"
 #include "qvcore.h"
 #include "qverror.h"
@@ -55,4 +56,19 @@ extern "C" HBITMAP QVAPI ResourceLoadBitmap(uint32_t id)
     if (!bitmap)
         OSErrorSetErrorInfo(RV_UserError, reinterpret_cast<void *>(&LoadBitmapA));
     return bitmap;
+}
+
+extern "C" HGLOBAL QVAPI ResourceLoadMetafile(uint32_t id)
+{
+    HRSRC found = ResourceLibrary ? FindResourceA(ResourceLibrary, MAKEINTRESOURCEA(id), MAKEINTRESOURCEA(10)) : nullptr;
+    HGLOBAL loaded = found ? LoadResource(ResourceLibrary, found) : nullptr;
+    const void *bytes = loaded ? LockResource(loaded) : nullptr;
+    if (!bytes) {
+        OSErrorSetErrorInfo(RV_BadMetafile);
+        return nullptr;
+    }
+    // Failures that name a file name the resource by its number instead.
+    char name[16];
+    wsprintfA(name, "#%lu", static_cast<unsigned long>(id));
+    return metafileFromPlaceable(static_cast<const uint8_t *>(bytes), SizeofResource(ResourceLibrary, found), name);
 }

@@ -1,8 +1,10 @@
 /*
  * Metafile objects: a 16-byte global block (mapping mode, extent, platform
- * metafile handle) loaded from placeable files or the library's stream forms,
- * written back to streams, measured in device pixels and played into a
- * rectangle, record by record, so that Escape stops a long picture.
+ * metafile handle) loaded from placeable pictures (files, or the resource
+ * library's RCDATA: one reader of their bytes serves both) or the library's
+ * stream forms, written back to streams, measured in device pixels and
+ * played into a rectangle, record by record, so that Escape stops a long
+ * picture.
  *
  * The platform's player trusts each record's object indices and counts, and
  * a record of size 0 makes its enumeration repeat forever; every record is
@@ -14,6 +16,7 @@
 #include "gdi_win.h"
 #include "qverror.h"
 #include "qvgraphics.h"
+#include "metafile_win.h"
 #include "wmfcodec.h"
 
 using namespace gdi;
@@ -78,45 +81,50 @@ HGLOBAL openPlaceable(const char *path)
         HANDLE h;
         ~Closer() { CloseHandle(h); }
     } closer{file};
-    auto read = [file](void *to, DWORD bytes) {
-        DWORD got = 0;
-        return ReadFile(file, to, bytes, &got, nullptr) && got == bytes;
-    };
-    uint8_t head[kPlaceableBytes + kMetaHeaderBytes];
-    MetaPicture fields{};
-    if (!read(head, kPlaceableBytes)) {
-        OSErrorSetErrorInfo(RV_BadMetafile);
+    const DWORD length = GetFileSize(file, nullptr);
+    if (length == INVALID_FILE_SIZE) {
+        OSErrorSetErrorInfo(RV_ReadFailure, path);
         return nullptr;
     }
-    if (RV code = placeableRead(head, kPlaceableBytes, &fields)) {
+    Scratch bytes(length ? length : 1);
+    if (!bytes.bytes) {
+        OSErrorSetErrorInfo(RV_OutOfGlobalMemory, uint32_t(length));
+        return nullptr;
+    }
+    DWORD got = 0;
+    if (!ReadFile(file, bytes.bytes, length, &got, nullptr) || got != length) {
+        OSErrorSetErrorInfo(RV_ReadFailure, path);
+        return nullptr;
+    }
+    return metafileFromPlaceable(bytes.bytes, length, path);
+}
+
+} // namespace
+
+HGLOBAL metafileFromPlaceable(const uint8_t *bytes, size_t length, const char *name)
+{
+    MetaPicture fields{};
+    if (RV code = placeableRead(bytes, length, &fields)) {
         OSErrorSetErrorInfo(code);
         return nullptr;
     }
-    if (!read(head + kPlaceableBytes, kMetaHeaderBytes)) {
+    const uint8_t *bits = bytes + kPlaceableBytes;
+    const size_t rest = length - kPlaceableBytes;
+    if (rest < kMetaHeaderBytes) {
         OSErrorSetErrorInfo(RV_BadMetafile);
         return nullptr;
     }
-    const uint64_t bytes = 2ull * metaSizeWords(head + kPlaceableBytes);
-    const DWORD length = GetFileSize(file, nullptr);
-    /* A size the file cannot hold is a short read, found before allocating. */
-    if (length == INVALID_FILE_SIZE || bytes > length - kPlaceableBytes) {
-        OSErrorSetErrorInfo(RV_ReadFailure, path);
+    /* A size the bytes cannot hold is a short read. */
+    const uint64_t size = 2ull * metaSizeWords(bits);
+    if (size > rest) {
+        OSErrorSetErrorInfo(RV_ReadFailure, name);
         return nullptr;
     }
-    Scratch bits(size_t(bytes) ? size_t(bytes) : 1);
-    if (!bits.bytes) {
-        OSErrorSetErrorInfo(RV_OutOfGlobalMemory, uint32_t(bytes));
-        return nullptr;
-    }
-    if (SetFilePointer(file, kPlaceableBytes, nullptr, FILE_BEGIN) != kPlaceableBytes || !read(bits.bytes, DWORD(bytes))) {
-        OSErrorSetErrorInfo(RV_ReadFailure, path);
-        return nullptr;
-    }
-    if (metaCheckChain(bits.bytes, size_t(bytes)) != RV_Success) {
+    if (metaCheckChain(bits, size_t(size)) != RV_Success) {
         OSErrorSetErrorInfo(RV_BadMetafile);
         return nullptr;
     }
-    HMETAFILE metafile = SetMetaFileBitsEx(UINT(bytes), bits.bytes);
+    HMETAFILE metafile = SetMetaFileBitsEx(UINT(size), bits);
     if (!metafile) {
         failed(fn(&SetMetaFileBitsEx));
         return nullptr;
@@ -126,6 +134,8 @@ HGLOBAL openPlaceable(const char *path)
         DeleteMetaFile(metafile);
     return picture;
 }
+
+namespace {
 
 /* What the record callback needs to check each record before playing it. */
 struct Playback {

@@ -30,6 +30,12 @@ const char *QVAPI OSGet2CharacterLanguageString(void);
 /* Bitmap resource `id` of the resource library; the caller deletes it.
    0 after recording RV_UserError. */
 HBITMAP QVAPI ResourceLoadBitmap(uint32_t id);
+/* Placeable metafile held as RCDATA resource `id` of the resource library, as
+   a metafile object like MF_OpenMetaFile's; the caller frees it with
+   MF_Destroy.  Null after recording RV_BadMetafile for a missing
+   resource or a malformed picture (short header, zero units per inch, a bad
+   record chain), or the other codes MF_OpenMetaFile records. */
+HGLOBAL QVAPI ResourceLoadMetafile(uint32_t id);
 #endif
 /* The first character of the user's list separator (the comma when it is not
    set); read from the settings on every call. */

@@ -158,6 +158,9 @@
 #define IDB_MARKER_TOP               4     /* TimeSetter: marker above the bar, teal transparent */
 #define IDB_MARKER_BOTTOM            5     /* TimeSetter: marker below the bar, teal transparent */
 
+/* ---- Pictures ---------------------------------------------------------- */
+#define IDR_SAMPLE_METAFILE          6     /* RCDATA placeable metafile, 2 x 1 inches */
+
 /* ---- Telephony (no arguments) ----------------------------------------- */
 #define IDS_TEL_NO_DEVICE            1153  /* no dialing device chosen */
 #define IDS_TEL_MODEM_ADDED          1155  /* after the modem control panel was started */

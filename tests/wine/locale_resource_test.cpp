@@ -1,11 +1,12 @@
 /*
  * The core's locale and resource services that the gadgets lean on: the
- * list separator read from the user's settings, and bitmaps loaded by
- * number from the resource library.
+ * list separator read from the user's settings, and bitmaps and metafiles
+ * loaded by number from the resource library.
  */
 #include <gtest/gtest.h>
 
 #include "qviso32.h"
+#include "resource_ids.h"
 
 namespace {
 
@@ -48,6 +49,30 @@ TEST(Resource, BitmapsLoadByNumberAndAMissingOneIsRecorded)
     OSErrorClearError();
     EXPECT_EQ(ResourceLoadBitmap(9999), nullptr);
     EXPECT_EQ(OSErrorGetErrorValue(), RV_UserError);
+    OSErrorClearError();
+}
+
+TEST(Resource, MetafileLoadsWithItsPlaceableExtentAndAMissingOneIsABadMetafile)
+{
+    HGLOBAL picture = ResourceLoadMetafile(IDR_SAMPLE_METAFILE);
+    ASSERT_NE(picture, nullptr);
+    /* The picture is 2 x 1 inches; its stream is the 16-byte head and the
+       88 bytes of metafile after the 22-byte placeable header. */
+    HDC screen = GetDC(nullptr);
+    SIZE size = {};
+    MF_GetDimensions(screen, picture, &size);
+    EXPECT_NEAR(size.cx, 2 * GetDeviceCaps(screen, LOGPIXELSX), 2);
+    EXPECT_NEAR(size.cy, GetDeviceCaps(screen, LOGPIXELSY), 2);
+    ReleaseDC(nullptr, screen);
+    EXPECT_EQ(MF_Size(picture), 16u + 88u);
+    MF_Destroy(picture);
+
+    /* Absent, and present only as another kind of resource. */
+    for (uint32_t id : {9999u, uint32_t(IDB_HOUR_CELL)}) {
+        OSErrorClearError();
+        EXPECT_EQ(ResourceLoadMetafile(id), nullptr) << id;
+        EXPECT_EQ(OSErrorGetErrorValue(), RV_BadMetafile) << id;
+    }
     OSErrorClearError();
 }
 
