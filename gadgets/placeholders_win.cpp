@@ -12,6 +12,5 @@
     }
 
 extern "C" {
-QV_PLAIN_PROC(QVAPI GadFTWndProc)
 QV_PLAIN_PROC(QVAPI GadWWndProc)
 }

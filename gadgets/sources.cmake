@@ -20,3 +20,6 @@ list(APPEND QV_WINDOWS_SOURCES gadgets/qvbitmap_win.cpp gadgets/stopwatch_win.cp
      gadgets/page_win.cpp gadgets/fieldmapper_win.cpp)
 # the gauge
 list(APPEND QV_WINDOWS_SOURCES gadgets/gasgauge_win.cpp)
+# the free-time finder: its arithmetic and its window
+list(APPEND QV_PORTABLE_SOURCES gadgets/freetime.cpp)
+list(APPEND QV_WINDOWS_SOURCES gadgets/freetime_win.cpp)
