@@ -10,7 +10,7 @@
 #include "qviso32.h"
 #include "shot.h"
 
-enum { PictureId = 201, WatchId = 202, DateId = 203, TumblerId = 204 };
+enum { PictureId = 201, WatchId = 202, DateId = 203, TumblerId = 204, FreeTimeId = 205 };
 
 static LRESULT CALLBACK gadgetsParent(HWND window, UINT message, WPARAM wp, LPARAM lp)
 {
@@ -55,6 +55,37 @@ static HWND child(HWND parent, const char *cls, const char *text, int id, int x,
                          GetModuleHandleA(NULL), NULL);
 }
 
+/* A FreeTime of three rows for 08:00-18:00: an hour free for all three
+   is searched for, then a click in that gap picks a start of its own. */
+static void showFreeTime(HWND main)
+{
+    static const struct { int row, h1, m1, h2, m2; } busy[] = {
+        {0, 8, 30, 10, 0}, {0, 13, 0, 14, 0}, {1, 9, 30, 11, 15}, {1, 15, 0, 16, 30}, {2, 11, 0, 12, 30}, {2, 17, 0, 18, 0}};
+    HWND ft = child(main, "FreeTime", "", FreeTimeId, 10, 80, 330, 90);
+    FTRange r;
+    OSDateTime t;
+    size_t i;
+    OSSetDateTime(&r.start, 2026, 3, 2, 8, 0, 0, 0);
+    OSSetDateTime(&r.end, 2026, 3, 2, 18, 0, 0, 0);
+    SendMessageA(ft, QVFT_SETSPAN, 0, (LPARAM)&r);
+    SendMessageA(ft, QVFT_ADDROW, 0, (LPARAM) "Ann");
+    SendMessageA(ft, QVFT_ADDROW, 0, (LPARAM) "Ben");
+    SendMessageA(ft, QVFT_ADDROW, 0, (LPARAM) "Room 4");
+    for (i = 0; i < sizeof busy / sizeof busy[0]; i++) {
+        OSSetDateTime(&r.start, 2026, 3, 2, (uint8_t)busy[i].h1, (uint8_t)busy[i].m1, 0, 0);
+        OSSetDateTime(&r.end, 2026, 3, 2, (uint8_t)busy[i].h2, (uint8_t)busy[i].m2, 0, 0);
+        SendMessageA(ft, QVFT_ADDBUSY, (WPARAM)busy[i].row, (LPARAM)&r);
+    }
+    t = r.start;
+    t.hour = 8;
+    t.minute = 0;
+    if (SendMessageA(ft, QVFT_FINDFREE, 60, (LPARAM)&t))
+        printf("  free time: the first hour free for all three starts at %d:%02d\n", t.hour, t.minute);
+    SendMessageA(ft, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(230, 60));
+    if (SendMessageA(ft, QVFT_GETCHOICE, 0, (LPARAM)&t))
+        printf("  free time: a click in that hour picks %d:%02d\n", t.hour, t.minute);
+}
+
 void showGadgets(void)
 {
     WNDCLASSA wc;
@@ -72,7 +103,7 @@ void showGadgets(void)
     wc.lpszClassName = "QvGadgetsDemo";
     wc.hbrBackground = (HBRUSH)(COLOR_BTNFACE + 1);
     RegisterClassA(&wc);
-    main = CreateWindowA("QvGadgetsDemo", "Small gadgets", WS_OVERLAPPED | WS_CAPTION | WS_VISIBLE, 0, 0, 360, 170,
+    main = CreateWindowA("QvGadgetsDemo", "Small gadgets", WS_OVERLAPPED | WS_CAPTION | WS_VISIBLE, 0, 0, 360, 210,
                          NULL, NULL, instance, NULL);
 
     printf("small gadgets:\n");
@@ -106,6 +137,8 @@ void showGadgets(void)
     GetWindowTextA(tumbler, text, sizeof text);
     printf("  tumbler: 90 minutes and a step of %ld make %s\n", (long)SendMessageA(tumbler, QVTU_GETSTEP, 0, 0),
            text);
+
+    showFreeTime(main);
 
     demoPump();
     demoSaveWindow(main, "gadgets");
