@@ -39,59 +39,51 @@ HWND makeFreeTime(HWND parent, int plot, int rows, const char *name = "")
     return ft;
 }
 
-LRESULT addBusy(HWND ft, int row, const FTRange *r)
-{
-    return SendMessageA(ft, QVFT_ADDBUSY, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(r));
-}
-
 LRESULT addBusy(HWND ft, int row, const FTRange &r)
 {
-    return addBusy(ft, row, &r);
+    return SendMessageA(ft, QVFT_ADDBUSY, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&r));
+}
+
+/* The reason recorded with RV_FreetimeError, 0 for any other code. */
+uint32_t reason()
+{
+    return OSErrorGetErrorValue() == RV_FreetimeError ? OSErrorGetErrorInfo()->Param2 : 0;
 }
 
 TEST(FreeTime, RefusesBadRangesAndRowsWithTheirReasons)
 {
     HWND parent = makeParent();
     HWND ft = makeFreeTime(parent, 240, 2, "Alice");
-    OSDateTime bad = at(9, 0);
-    bad.month = 13;
-    const FTRange badTime{bad, at(10, 0)}, reversed = range(10, 0, 9, 0), empty = range(9, 0, 9, 0),
-                  early = range(7, 59, 9, 0), late = range(11, 0, 12, 1), whole = range(8, 0, 12, 0);
+    FTRange badTime = range(9, 0, 10, 0), week = range(8, 0, 8, 1);
+    badTime.start.month = 13;
+    week.end.day = 9;
     struct {
         int row;
-        const FTRange *r;
-        RV code;
-        uint32_t reason;
+        FTRange r;
+        uint32_t reason; // 0: accepted
     } cases[] = {
-        {0, nullptr, RV_BadParms, 0},
-        {2, &badTime, RV_FreetimeError, FTE_BADROW},
-        {-1, &badTime, RV_FreetimeError, FTE_BADROW},
-        {1, &badTime, RV_FreetimeError, FTE_BADTIME},
-        {1, &reversed, RV_FreetimeError, FTE_REVERSED},
-        {0, &empty, RV_FreetimeError, FTE_REVERSED},
-        {0, &early, RV_FreetimeError, FTE_OUTSIDE},
-        {1, &late, RV_FreetimeError, FTE_OUTSIDE},
-        {1, &whole, RV_Success, 0},
+        {2, range(9, 0, 10, 0), FTE_BADROW},   {-1, range(9, 0, 10, 0), FTE_BADROW},
+        {1, badTime, FTE_BADTIME},             {1, range(10, 0, 9, 0), FTE_REVERSED},
+        {0, range(9, 0, 9, 0), FTE_REVERSED},  {0, range(7, 59, 9, 0), FTE_OUTSIDE},
+        {1, range(11, 0, 12, 1), FTE_OUTSIDE}, {1, range(8, 0, 12, 0), 0},
     };
     for (auto &k : cases) {
         OSErrorClearError();
-        EXPECT_EQ(addBusy(ft, k.row, k.r), k.code == RV_Success) << "row " << k.row << " reason " << k.reason;
-        EXPECT_EQ(OSErrorGetErrorValue(), k.code) << "row " << k.row << " reason " << k.reason;
-        if (k.code == RV_FreetimeError) {
+        EXPECT_EQ(addBusy(ft, k.row, k.r), k.reason == 0) << "row " << k.row << " reason " << k.reason;
+        EXPECT_EQ(reason(), k.reason) << "row " << k.row;
+        if (k.reason) {
             EXPECT_EQ(OSErrorGetErrorInfo()->Param1, static_cast<uint32_t>(k.row));
-            EXPECT_EQ(OSErrorGetErrorInfo()->Param2, k.reason);
         }
     }
+    OSErrorClearError();
+    EXPECT_FALSE(SendMessageA(ft, QVFT_ADDBUSY, 0, 0));
+    EXPECT_EQ(OSErrorGetErrorValue(), RV_BadParms);
 
-    // Spans: reversed, over a week, and a setter that keeps the rows.
-    FTRange week{at(8, 0), at(8, 0)};
-    week.end.day = 9;
-    week.end.minute = 1;
-    const FTRange *badSpans[] = {&reversed, &empty, &week};
-    for (const FTRange *r : badSpans) {
+    // Spans: empty, reversed, over a week; a good one keeps the rows.
+    for (const FTRange &r : {range(9, 0, 9, 0), range(10, 0, 9, 0), week}) {
         OSErrorClearError();
-        EXPECT_FALSE(SendMessageA(ft, QVFT_SETSPAN, 0, reinterpret_cast<LPARAM>(r)));
-        EXPECT_EQ(OSErrorGetErrorInfo()->Param2, static_cast<uint32_t>(FTE_REVERSED));
+        EXPECT_FALSE(SendMessageA(ft, QVFT_SETSPAN, 0, reinterpret_cast<LPARAM>(&r)));
+        EXPECT_EQ(reason(), static_cast<uint32_t>(FTE_REVERSED));
     }
     FTRange span{}, afternoon = range(13, 0, 17, 30);
     ASSERT_TRUE(SendMessageA(ft, QVFT_SETSPAN, 0, reinterpret_cast<LPARAM>(&afternoon)));
@@ -103,45 +95,13 @@ TEST(FreeTime, RefusesBadRangesAndRowsWithTheirReasons)
         EXPECT_EQ(SendMessageA(ft, QVFT_ADDROW, 0, reinterpret_cast<LPARAM>("x")), i);
     OSErrorClearError();
     EXPECT_EQ(SendMessageA(ft, QVFT_ADDROW, 0, reinterpret_cast<LPARAM>("x")), -1);
-    EXPECT_EQ(OSErrorGetErrorInfo()->Param2, static_cast<uint32_t>(FTE_FULL));
+    EXPECT_EQ(reason(), static_cast<uint32_t>(FTE_FULL));
     for (int i = 1; i < 128; i++)
         ASSERT_TRUE(addBusy(ft, i % 16, range(15, 0, 15, 1)));
     OSErrorClearError();
     EXPECT_FALSE(addBusy(ft, 0, range(15, 0, 15, 1)));
-    EXPECT_EQ(OSErrorGetErrorInfo()->Param2, static_cast<uint32_t>(FTE_FULL));
-    EXPECT_TRUE(takeCodes().empty()) << "changes by message are not told";
+    EXPECT_EQ(reason(), static_cast<uint32_t>(FTE_FULL));
     OSErrorClearError();
-    DestroyWindow(parent);
-}
-
-TEST(FreeTime, FindFreeLooksAcrossEveryRowAndPicksTheSlot)
-{
-    HWND parent = makeParent();
-    HWND ft = makeFreeTime(parent, 240, 3);
-    addBusy(ft, 0, range(8, 0, 9, 0));
-    addBusy(ft, 1, range(8, 50, 10, 15));
-    addBusy(ft, 2, range(10, 45, 11, 30));
-    OSDateTime t{};
-    EXPECT_FALSE(SendMessageA(ft, QVFT_GETCHOICE, 0, reinterpret_cast<LPARAM>(&t))) << "nothing picked yet";
-    struct {
-        OSDateTime from;
-        WPARAM minutes;
-        bool found;
-        OSDateTime start;
-    } cases[] = {
-        {at(8, 0), 30, true, at(10, 15)},   {at(10, 20), 20, true, at(10, 20)},
-        {at(10, 30), 20, true, at(11, 30)}, {at(8, 0), 31, false, {}},
-    };
-    for (auto &k : cases) {
-        t = k.from;
-        EXPECT_EQ(SendMessageA(ft, QVFT_FINDFREE, k.minutes, reinterpret_cast<LPARAM>(&t)), k.found);
-        if (!k.found)
-            continue;
-        EXPECT_EQ(memcmp(&t, &k.start, sizeof t), 0) << int(t.hour) << ":" << int(t.minute);
-        OSDateTime chosen{};
-        EXPECT_TRUE(SendMessageA(ft, QVFT_GETCHOICE, 0, reinterpret_cast<LPARAM>(&chosen)));
-        EXPECT_EQ(memcmp(&chosen, &k.start, sizeof t), 0);
-    }
     DestroyWindow(parent);
 }
 
@@ -174,11 +134,12 @@ TEST(FreeTime, ShadesOnlyColumnsFreeInEveryRowAndAClickPicksItsStart)
     }
 
     takeCodes();
+    OSDateTime expected{};
+    EXPECT_FALSE(SendMessageA(ft, QVFT_GETCHOICE, 0, reinterpret_cast<LPARAM>(&expected))) << "nothing picked yet";
     struct {
         int column;
         OSDateTime start; // year 0: nothing picked, the earlier pick stays
     } clicks[] = {{80, at(10, 31)}, {80, {}}, {50, {}}, {10, at(8, 15)}, {0, at(8, 0)}};
-    OSDateTime expected{};
     std::vector<int> codes;
     for (auto &k : clicks) {
         SendMessageA(ft, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(8 + k.column, 100));
@@ -192,6 +153,15 @@ TEST(FreeTime, ShadesOnlyColumnsFreeInEveryRowAndAClickPicksItsStart)
     }
     EXPECT_EQ(parentLog().commandIds, std::vector<int>(codes.size(), kId));
     EXPECT_EQ(takeCodes(), codes);
+
+    // The search needs 61 minutes free in both rows and makes its find the pick.
+    OSDateTime t = at(8, 0), chosen{}, found = at(10, 31);
+    EXPECT_FALSE(SendMessageA(ft, QVFT_FINDFREE, 90, reinterpret_cast<LPARAM>(&t)));
+    ASSERT_TRUE(SendMessageA(ft, QVFT_FINDFREE, 61, reinterpret_cast<LPARAM>(&t)));
+    EXPECT_TRUE(SendMessageA(ft, QVFT_GETCHOICE, 0, reinterpret_cast<LPARAM>(&chosen)));
+    EXPECT_EQ(memcmp(&t, &found, sizeof t), 0);
+    EXPECT_EQ(memcmp(&chosen, &found, sizeof t), 0);
+    EXPECT_TRUE(takeCodes().empty()) << "changes by message are not told";
     DestroyWindow(parent);
 }
 
