@@ -250,13 +250,6 @@ LRESULT addRow(FreeTime &ft, const char *name)
     return ft.rows++;
 }
 
-BOOL giveTime(uint32_t minutes, OSDateTime *out)
-{
-    if (!out)
-        return badParms();
-    return tcFromMinutes(minutes, out);
-}
-
 BOOL findFree(FreeTime &ft, WPARAM length, OSDateTime *inOut)
 {
     uint32_t from = 0, found = 0;
@@ -311,7 +304,7 @@ LRESULT message(FreeTime &ft, UINT message, WPARAM wp, LPARAM lp)
         auto *out = reinterpret_cast<FTRange *>(lp);
         if (!out)
             return badParms();
-        return giveTime(ft.spanStart, &out->start) && giveTime(ft.spanEnd, &out->end);
+        return tcFromMinutes(ft.spanStart, &out->start) && tcFromMinutes(ft.spanEnd, &out->end);
     }
     case QVFT_ADDROW:
         return addRow(ft, reinterpret_cast<const char *>(lp));
@@ -326,7 +319,7 @@ LRESULT message(FreeTime &ft, UINT message, WPARAM wp, LPARAM lp)
         auto *out = reinterpret_cast<OSDateTime *>(lp);
         if (!out)
             return badParms();
-        return ft.chosen && giveTime(ft.choice, out);
+        return ft.chosen && tcFromMinutes(ft.choice, out);
     }
     case QVFT_FINDFREE:
         return findFree(ft, wp, reinterpret_cast<OSDateTime *>(lp));

@@ -340,18 +340,19 @@ enum { QVFMN_CHANGED = 1 };
    resource (up to 16, names cut to 31 characters), each with busy ranges
    (up to 128 in all) inside the shown span, which starts as today 08:00 to
    18:00 and may last from a minute to 7 days.  Row names sit in a label
-   column, hours on an axis above; busy ranges are red (200, 70, 60) bars
-   in their rows, and every pixel column that no row is busy in, even in
-   part, is shaded light green (170, 230, 170) from the axis down.  Text takes the black or white that the LCD option
-   chooses for the background.  A click in a shaded column picks a start:
-   the column's first minute rounded down to the step (15 minutes at first)
-   but not before the free gap it lies in; it is marked with a line and
-   told with QVFTN_CHOSEN when it changes.  A click on a busy column picks
-   nothing.  Times are whole minutes: seconds and hour bias are ignored,
-   and times given back have both 0.  A range is [start, end).
-   Failures return 0 (QVFT_ADDROW: -1) after recording RV_BadParms for a
-   null pointer, or RV_FreetimeError with the row (-1: none) and an
-   FTE_* reason. */
+   column (the longest name plus 8 pixels, at most a third of the width),
+   hours on an axis above; busy ranges are red (200, 70, 60) bars in their
+   rows, and every pixel column that no row is busy in, even in part, is
+   shaded light green (170, 230, 170) from the axis down.  Text takes the
+   black or white that the LCD option chooses for the background.  A click
+   in a shaded column picks a start: the column's first minute rounded down
+   to the step (15 minutes at first) but not before the free gap it lies
+   in; it is marked with a line and told with QVFTN_CHOSEN when it
+   changes.  A click on a busy column picks nothing.  Times are whole
+   minutes: seconds and hour bias are ignored, and times given back have
+   both 0.  A range is [start, end).  Failures return 0 (QVFT_ADDROW: -1)
+   after recording RV_BadParms for a null pointer, or RV_FreetimeError with
+   the row (-1: none) and an FTE_* reason. */
 typedef struct FTRange {
     OSDateTime start, end;
 } FTRange;
