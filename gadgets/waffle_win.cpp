@@ -178,8 +178,31 @@ RECT innerRect(HWND window, const Waffle *w, int column, int row)
     return rect;
 }
 
+/* Shows exactly the bars the grid needs in the whole window.  Deciding from
+   the client area alone would keep a bar that is there only because the
+   other one took room, after the grid has shrunk. */
+void fitBars(HWND window, const Waffle *w)
+{
+    RECT client;
+    GetClientRect(window, &client);
+    const LONG style = GetWindowLongA(window, GWL_STYLE);
+    const int barWidth = GetSystemMetrics(SM_CXVSCROLL), barHeight = GetSystemMetrics(SM_CYHSCROLL);
+    const int width = client.right + (style & WS_VSCROLL ? barWidth : 0);
+    const int height = client.bottom + (style & WS_HSCROLL ? barHeight : 0);
+    int wide = 0;
+    for (int c = 0; c < w->columns; c++)
+        wide += w->widths[c];
+    const int tall = w->rows * rowHeight(window, w);
+    bool vertical = tall > height, horizontal = wide > width;
+    vertical = vertical || (horizontal && tall > height - barHeight);
+    horizontal = horizontal || (vertical && wide > width - barWidth);
+    ShowScrollBar(window, SB_VERT, vertical);
+    ShowScrollBar(window, SB_HORZ, horizontal);
+}
+
 void updateBars(HWND window, const Waffle *w)
 {
+    fitBars(window, w);
     SCROLLINFO info{};
     info.cbSize = sizeof info;
     info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS;

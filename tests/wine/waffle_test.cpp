@@ -302,6 +302,18 @@ TEST_F(Waffle, TheCurrentCellIsScrolledIntoView)
     key(grid, VK_HOME, false, true);
     EXPECT_EQ(GetScrollPos(grid, SB_HORZ), 0);
     EXPECT_EQ(GetScrollPos(grid, SB_VERT), 0);
+
+    /* A window the 4 x 3 grid fills exactly: rows are the font's height and
+       4 pixels, in the GUI font as the parent gives none. */
+    HDC dc = GetDC(grid);
+    HGDIOBJ old = SelectObject(dc, GetStockObject(DEFAULT_GUI_FONT));
+    TEXTMETRICA tm{};
+    GetTextMetricsA(dc, &tm);
+    SelectObject(dc, old);
+    ReleaseDC(grid, dc);
+    MoveWindow(grid, 0, 0, 4 * 64, 3 * (tm.tmHeight + 4), TRUE);
+    ASSERT_TRUE(send(QVW_SETSIZE, 4, 3));
+    EXPECT_EQ(GetWindowLongA(grid, GWL_STYLE) & (WS_HSCROLL | WS_VSCROLL), 0) << "bars left on a grid that fits";
 }
 
 } // namespace
