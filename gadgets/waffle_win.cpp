@@ -229,6 +229,10 @@ void scrollTo(HWND window, Waffle *w, int column, int row)
         column--;
     w->firstColumn = column;
     updateBars(window, w);
+    if (w->edit) { /* a new size or font moves the cell under the box */
+        RECT rect = innerRect(window, w, w->column, w->row);
+        MoveWindow(w->edit, rect.left + 1, rect.top, rect.right - rect.left - 1, rect.bottom - rect.top, TRUE);
+    }
     InvalidateRect(window, nullptr, FALSE);
 }
 
@@ -331,6 +335,7 @@ void endEdit(HWND window, Waffle *w, bool keep)
 /* Tab: along the row, then on to the next row's first cell (Shift: back). */
 void tab(HWND window, Waffle *w, bool back)
 {
+    endEdit(window, w, true); /* kept even at the last cell, where Tab goes nowhere */
     int at = w->row * w->columns + w->column + (back ? -1 : 1);
     if (at >= 0 && at < w->columns * w->rows)
         moveTo(window, w, at % w->columns, at / w->columns, true);
@@ -570,6 +575,9 @@ extern "C" LRESULT QVAPI GadWWndProc(HWND window, UINT message, WPARAM wp, LPARA
     switch (message) {
     case WM_ERASEBKGND:
         return 1; /* painting covers every pixel */
+    case WM_DESTROY:
+        w->edit = nullptr; /* it goes with the grid, kept or not as the focus left it */
+        return 0;
     case WM_SIZE:
         scrollTo(window, w, w->firstColumn, w->firstRow);
         return 0;

@@ -224,6 +224,17 @@ TEST_F(Waffle, EditsKeepOnEnterTabOrLeavingAndDropOnEscape)
     ASSERT_TRUE(setText(0, 0, "by message"));
     EXPECT_EQ(edit(), nullptr) << "a new text for the edited cell drops the edit";
     EXPECT_TRUE(takeCodes().empty());
+
+    send(QVW_SETCURSEL, cell(3, 2));
+    key(grid, VK_F2);
+    type(edit(), "last");
+    key(edit(), VK_TAB);
+    EXPECT_EQ(edit(), nullptr) << "Tab at the last cell keeps the edit";
+    EXPECT_EQ(text(3, 2), "last");
+
+    type(grid, "gone");
+    DestroyWindow(grid); /* with the box open */
+    EXPECT_FALSE(IsWindow(grid));
 }
 
 TEST_F(Waffle, ClickSelectsAndASecondClickOnTheCurrentCellEdits)
@@ -237,6 +248,7 @@ TEST_F(Waffle, ClickSelectsAndASecondClickOnTheCurrentCellEdits)
     EXPECT_EQ(edit(), nullptr);
     EXPECT_EQ(send(QVW_GETCURSEL), MAKELONG(1, 0));
     EXPECT_EQ(takeCodes(), std::vector<int>{QVWN_SELCHANGE});
+    type(grid, "open"); /* the parent goes with the box open */
 }
 
 TEST_F(Waffle, PictureShowsLinesTheCurrentCellAndTextsClippedToTheirCells)
