@@ -237,6 +237,21 @@ TEST_F(Waffle, EditsKeepOnEnterTabOrLeavingAndDropOnEscape)
     EXPECT_FALSE(IsWindow(grid));
 }
 
+TEST_F(Waffle, KeystrokesThroughTheMessageLoopEditAndMove)
+{
+    SetForegroundWindow(parent);
+    SetFocus(grid);
+    for (BYTE vk : {BYTE('H'), BYTE('I'), BYTE(VK_RETURN), BYTE(VK_TAB), BYTE(VK_DOWN)}) {
+        keybd_event(vk, 0, 0, 0);
+        keybd_event(vk, 0, KEYEVENTF_KEYUP, 0);
+        pump();
+    }
+    EXPECT_EQ(text(0, 0), "hi");
+    EXPECT_EQ(send(QVW_GETCURSEL), MAKELONG(1, 1));
+    EXPECT_EQ(takeCodes(), (std::vector<int>{QVWN_CHANGED, QVWN_SELCHANGE, QVWN_SELCHANGE}));
+    EXPECT_EQ(GetFocus(), grid);
+}
+
 TEST_F(Waffle, ClickSelectsAndASecondClickOnTheCurrentCellEdits)
 {
     click(70, 2);
