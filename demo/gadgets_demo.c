@@ -1,8 +1,8 @@
 /*
  * The small gadgets: a picture button (QvBitmap) clicked once, a StopWatch
  * run for a moment, a DateTracker stepped a day on with the arrow key and a
- * Tumbler turned up one step.  Their notifications are printed as they
- * arrive.
+ * Tumbler turned up one step, and a Waffle grid with one cell edited by
+ * typing.  Their notifications are printed as they arrive.
  */
 #include <stdio.h>
 #include <string.h>
@@ -11,6 +11,7 @@
 #include "shot.h"
 
 enum { PictureId = 201, WatchId = 202, DateId = 203, TumblerId = 204 };
+enum { WaffleId = 205 };
 
 static LRESULT CALLBACK gadgetsParent(HWND window, UINT message, WPARAM wp, LPARAM lp)
 {
@@ -53,6 +54,26 @@ static HWND child(HWND parent, const char *cls, const char *text, int id, int x,
 {
     return CreateWindowA(cls, text, WS_CHILD | WS_VISIBLE | WS_BORDER, x, y, w, h, parent, (HMENU)(INT_PTR)id,
                          GetModuleHandleA(NULL), NULL);
+}
+
+/* A 4 x 3 Waffle of fruit prices; the second row's quantity is typed in. */
+static void addWaffle(HWND main)
+{
+    static const char *const texts[] = {"Item", "Qty", "Price", "Total", "Apples", "3", "0.40", "1.20",
+                                        "Pears", "2", "0.55", "1.10"};
+    HWND grid = child(main, "Waffle", "", WaffleId, 70, 74, 260, 60);
+    char text[16];
+    int i;
+
+    SendMessageA(grid, QVW_SETSIZE, 4, 3);
+    for (i = 0; i < 12; i++)
+        SendMessageA(grid, QVW_SETTEXT, MAKEWPARAM(i % 4, i / 4), (LPARAM)texts[i]);
+    SendMessageA(grid, QVW_SETCURSEL, MAKEWPARAM(1, 2), 0);
+    SendMessageA(grid, WM_CHAR, '4', 1);
+    SendMessageA(GetWindow(grid, GW_CHILD), WM_KEYDOWN, VK_RETURN, 1);
+    *(WORD *)text = sizeof text; /* the buffer's size goes in its first word */
+    SendMessageA(grid, QVW_GETTEXT, MAKEWPARAM(1, 2), (LPARAM)text);
+    printf("  waffle: pears' quantity typed over with %s\n", text);
 }
 
 void showGadgets(void)
@@ -107,6 +128,7 @@ void showGadgets(void)
     printf("  tumbler: 90 minutes and a step of %ld make %s\n", (long)SendMessageA(tumbler, QVTU_GETSTEP, 0, 0),
            text);
 
+    addWaffle(main);
     demoPump();
     demoSaveWindow(main, "gadgets");
     DestroyWindow(main);

@@ -13,5 +13,4 @@
 
 extern "C" {
 QV_PLAIN_PROC(QVAPI GadFTWndProc)
-QV_PLAIN_PROC(QVAPI GadWWndProc)
 }

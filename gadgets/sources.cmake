@@ -18,5 +18,7 @@ list(APPEND QV_PORTABLE_SOURCES gadgets/colornames.cpp)
 list(APPEND QV_WINDOWS_SOURCES gadgets/qvbitmap_win.cpp gadgets/stopwatch_win.cpp gadgets/datetracker_win.cpp
      gadgets/tumbler_win.cpp gadgets/supertext_win.cpp gadgets/qvcombo_win.cpp
      gadgets/page_win.cpp gadgets/fieldmapper_win.cpp)
+# the grid of text cells
+list(APPEND QV_WINDOWS_SOURCES gadgets/waffle_win.cpp)
 # the gauge
 list(APPEND QV_WINDOWS_SOURCES gadgets/gasgauge_win.cpp)
