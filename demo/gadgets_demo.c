@@ -1,8 +1,8 @@
 /*
  * The small gadgets: a picture button (QvBitmap) clicked once, a StopWatch
  * run for a moment, a DateTracker stepped a day on with the arrow key and a
- * Tumbler turned up one step.  Their notifications are printed as they
- * arrive.
+ * Tumbler turned up one step, and a Waffle grid with one cell edited by
+ * typing.  Their notifications are printed as they arrive.
  */
 #include <stdio.h>
 #include <string.h>
@@ -10,7 +10,9 @@
 #include "qviso32.h"
 #include "shot.h"
 
-enum { PictureId = 201, WatchId = 202, DateId = 203, TumblerId = 204, FreeTimeId = 205 };
+enum { PictureId = 201, WatchId = 202, DateId = 203, TumblerId = 204 };
+enum { WaffleId = 205 };
+enum { FreeTimeId = 206 };
 
 static LRESULT CALLBACK gadgetsParent(HWND window, UINT message, WPARAM wp, LPARAM lp)
 {
@@ -55,13 +57,33 @@ static HWND child(HWND parent, const char *cls, const char *text, int id, int x,
                          GetModuleHandleA(NULL), NULL);
 }
 
+/* A 4 x 3 Waffle of fruit prices; the second row's quantity is typed in. */
+static void addWaffle(HWND main)
+{
+    static const char *const texts[] = {"Item", "Qty", "Price", "Total", "Apples", "3", "0.40", "1.20",
+                                        "Pears", "2", "0.55", "1.10"};
+    HWND grid = child(main, "Waffle", "", WaffleId, 70, 74, 260, 60);
+    char text[16];
+    int i;
+
+    SendMessageA(grid, QVW_SETSIZE, 4, 3);
+    for (i = 0; i < 12; i++)
+        SendMessageA(grid, QVW_SETTEXT, MAKEWPARAM(i % 4, i / 4), (LPARAM)texts[i]);
+    SendMessageA(grid, QVW_SETCURSEL, MAKEWPARAM(1, 2), 0);
+    SendMessageA(grid, WM_CHAR, '4', 1);
+    SendMessageA(GetWindow(grid, GW_CHILD), WM_KEYDOWN, VK_RETURN, 1);
+    *(WORD *)text = sizeof text; /* the buffer's size goes in its first word */
+    SendMessageA(grid, QVW_GETTEXT, MAKEWPARAM(1, 2), (LPARAM)text);
+    printf("  waffle: pears' quantity typed over with %s\n", text);
+}
+
 /* A FreeTime of three rows for 08:00-18:00: an hour free for all three
    is searched for, then a click in that gap picks a start of its own. */
 static void showFreeTime(HWND main)
 {
     static const struct { int row, h1, m1, h2, m2; } busy[] = {
         {0, 8, 30, 10, 0}, {0, 13, 0, 14, 0}, {1, 9, 30, 11, 15}, {1, 15, 0, 16, 30}, {2, 11, 0, 12, 30}, {2, 17, 0, 18, 0}};
-    HWND ft = child(main, "FreeTime", "", FreeTimeId, 10, 80, 330, 90);
+    HWND ft = child(main, "FreeTime", "", FreeTimeId, 10, 142, 330, 90);
     FTRange r;
     OSDateTime t;
     size_t i;
@@ -103,7 +125,7 @@ void showGadgets(void)
     wc.lpszClassName = "QvGadgetsDemo";
     wc.hbrBackground = (HBRUSH)(COLOR_BTNFACE + 1);
     RegisterClassA(&wc);
-    main = CreateWindowA("QvGadgetsDemo", "Small gadgets", WS_OVERLAPPED | WS_CAPTION | WS_VISIBLE, 0, 0, 360, 210,
+    main = CreateWindowA("QvGadgetsDemo", "Small gadgets", WS_OVERLAPPED | WS_CAPTION | WS_VISIBLE, 0, 0, 360, 272,
                          NULL, NULL, instance, NULL);
 
     printf("small gadgets:\n");
@@ -138,8 +160,8 @@ void showGadgets(void)
     printf("  tumbler: 90 minutes and a step of %ld make %s\n", (long)SendMessageA(tumbler, QVTU_GETSTEP, 0, 0),
            text);
 
+    addWaffle(main);
     showFreeTime(main);
-
     demoPump();
     demoSaveWindow(main, "gadgets");
     DestroyWindow(main);

@@ -2,7 +2,7 @@
 # registration, the instance-record convention, the shared drawing helpers
 list(APPEND QV_PORTABLE_SOURCES gadgets/lcdcolour.cpp)
 list(APPEND QV_WINDOWS_SOURCES gadgets/register_win.cpp gadgets/gadget_win.cpp gadgets/gadutil_win.cpp
-     gadgets/colorpicker_win.cpp gadgets/placeholders_win.cpp)
+     gadgets/colorpicker_win.cpp)
 # the time bars' arithmetic and the list box gadget's text
 list(APPEND QV_PORTABLE_SOURCES gadgets/timecalc.cpp gadgets/lbtext.cpp)
 # the time bars
@@ -18,6 +18,8 @@ list(APPEND QV_PORTABLE_SOURCES gadgets/colornames.cpp)
 list(APPEND QV_WINDOWS_SOURCES gadgets/qvbitmap_win.cpp gadgets/stopwatch_win.cpp gadgets/datetracker_win.cpp
      gadgets/tumbler_win.cpp gadgets/supertext_win.cpp gadgets/qvcombo_win.cpp
      gadgets/page_win.cpp gadgets/fieldmapper_win.cpp)
+# the grid of text cells
+list(APPEND QV_WINDOWS_SOURCES gadgets/waffle_win.cpp)
 # the gauge
 list(APPEND QV_WINDOWS_SOURCES gadgets/gasgauge_win.cpp)
 # the free-time finder: its arithmetic and its window

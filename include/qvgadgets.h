@@ -336,6 +336,37 @@ enum { QVPGN_SCROLLED = 1 };
 #define QVFM_RESET 0x404     /* removes every field */
 enum { QVFMN_CHANGED = 1 };
 
+/* Waffle: a grid of editable text cells, 4 x 4 at first, at most 64 columns
+   by 256 rows, each cell holding up to 255 characters (longer texts are cut;
+   an empty text is no text).  A cell is named by MAKEWPARAM(column, row),
+   counted from 0.  Columns are 64 pixels wide unless set; rows are the
+   font's height and 4 pixels.  One cell is current, shown in the highlight
+   colour; scroll bars show when the grid is larger than the window.
+   A click makes a cell current; arrows move a cell, Tab and Shift+Tab
+   along the rows (wrapping to the next or previous row), Home/End to the
+   row's ends, with Ctrl to the grid's corners, Page Up/Down by a window of
+   rows.  Typing a character, F2 or a second click on the current cell
+   within the double-click time opens an edit box over it (typing replaces
+   the text, the others keep it); Enter keeps the text, Escape drops it,
+   Tab and Shift+Tab keep it and move on, and so does leaving the box.
+   The user's moves of the current cell are told with QVWN_SELCHANGE; kept
+   edits that changed the text with QVWN_CHANGED, the edited cell still
+   current.  Failures record RV_BadParms (a cell or size outside the grid, a
+   null buffer) or RV_OutOfLocalMemory; messages that change the grid drop
+   an open edit. */
+#define QVW_SETSIZE 0x400     /* wp: columns 1..64, lp: rows 1..256; texts outside are dropped; TRUE, or FALSE */
+#define QVW_GETSIZE 0x401     /* columns low word, rows high word */
+#define QVW_SETTEXT 0x402     /* wp: cell, lp: text (null empties); TRUE, or FALSE */
+#define QVW_GETTEXT 0x403     /* wp: cell, lp: buffer whose first WORD holds its size in bytes; copies at most
+                                 size - 1 characters and a NUL; the count copied, or -1 */
+#define QVW_GETTEXTLEN 0x404  /* wp: cell; the text's length, or -1 */
+#define QVW_SETCURSEL 0x405   /* wp: cell, scrolled into view; TRUE, or FALSE */
+#define QVW_GETCURSEL 0x406   /* the current cell: column low word, row high word */
+#define QVW_SETCOLWIDTH 0x407 /* wp: column, lp: pixels 8..1024; the previous width, or 0 */
+#define QVW_GETCOLWIDTH 0x408 /* wp: column; its width, or 0 */
+#define QVW_RESET 0x409       /* empties every cell and makes the first current; size and widths stay */
+enum { QVWN_CHANGED = 1, QVWN_SELCHANGE = 2 };
+
 /* FreeTime: finds a time when everyone is free.  One row per person or
    resource (up to 16, names cut to 31 characters), each with busy ranges
    (up to 128 in all) inside the shown span, which starts as today 08:00 to
