@@ -1,8 +1,9 @@
 /*
  * The small gadgets: a picture button (QvBitmap) clicked once, a StopWatch
  * run for a moment, a DateTracker stepped a day on with the arrow key and a
- * Tumbler turned up one step, and a Waffle grid with one cell edited by
- * typing.  Their notifications are printed as they arrive.
+ * Tumbler turned up one step, a Waffle grid with one cell edited by
+ * typing, and a FreeTime of three rows searched and clicked.  Their
+ * notifications are printed as they arrive.
  */
 #include <stdio.h>
 #include <string.h>
