@@ -1,8 +1,9 @@
 /*
  * The small gadgets: a picture button (QvBitmap) clicked once, a StopWatch
  * run for a moment, a DateTracker stepped a day on with the arrow key and a
- * Tumbler turned up one step, and a Waffle grid with one cell edited by
- * typing.  Their notifications are printed as they arrive.
+ * Tumbler turned up one step, a Waffle grid with one cell edited by
+ * typing, and a FreeTime of three rows searched and clicked.  Their
+ * notifications are printed as they arrive.
  */
 #include <stdio.h>
 #include <string.h>
@@ -12,6 +13,7 @@
 
 enum { PictureId = 201, WatchId = 202, DateId = 203, TumblerId = 204 };
 enum { WaffleId = 205 };
+enum { FreeTimeId = 206 };
 
 static LRESULT CALLBACK gadgetsParent(HWND window, UINT message, WPARAM wp, LPARAM lp)
 {
@@ -76,6 +78,37 @@ static void addWaffle(HWND main)
     printf("  waffle: pears' quantity typed over with %s\n", text);
 }
 
+/* A FreeTime of three rows for 08:00-18:00: an hour free for all three
+   is searched for, then a click in that gap picks a start of its own. */
+static void showFreeTime(HWND main)
+{
+    static const struct { int row, h1, m1, h2, m2; } busy[] = {
+        {0, 8, 30, 10, 0}, {0, 13, 0, 14, 0}, {1, 9, 30, 11, 15}, {1, 15, 0, 16, 30}, {2, 11, 0, 12, 30}, {2, 17, 0, 18, 0}};
+    HWND ft = child(main, "FreeTime", "", FreeTimeId, 10, 142, 330, 90);
+    FTRange r;
+    OSDateTime t;
+    size_t i;
+    OSSetDateTime(&r.start, 2026, 3, 2, 8, 0, 0, 0);
+    OSSetDateTime(&r.end, 2026, 3, 2, 18, 0, 0, 0);
+    SendMessageA(ft, QVFT_SETSPAN, 0, (LPARAM)&r);
+    SendMessageA(ft, QVFT_ADDROW, 0, (LPARAM) "Ann");
+    SendMessageA(ft, QVFT_ADDROW, 0, (LPARAM) "Ben");
+    SendMessageA(ft, QVFT_ADDROW, 0, (LPARAM) "Room 4");
+    for (i = 0; i < sizeof busy / sizeof busy[0]; i++) {
+        OSSetDateTime(&r.start, 2026, 3, 2, (uint8_t)busy[i].h1, (uint8_t)busy[i].m1, 0, 0);
+        OSSetDateTime(&r.end, 2026, 3, 2, (uint8_t)busy[i].h2, (uint8_t)busy[i].m2, 0, 0);
+        SendMessageA(ft, QVFT_ADDBUSY, (WPARAM)busy[i].row, (LPARAM)&r);
+    }
+    t = r.start;
+    t.hour = 8;
+    t.minute = 0;
+    if (SendMessageA(ft, QVFT_FINDFREE, 60, (LPARAM)&t))
+        printf("  free time: the first hour free for all three starts at %d:%02d\n", t.hour, t.minute);
+    SendMessageA(ft, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(230, 60));
+    if (SendMessageA(ft, QVFT_GETCHOICE, 0, (LPARAM)&t))
+        printf("  free time: a click in that hour picks %d:%02d\n", t.hour, t.minute);
+}
+
 void showGadgets(void)
 {
     WNDCLASSA wc;
@@ -93,7 +126,7 @@ void showGadgets(void)
     wc.lpszClassName = "QvGadgetsDemo";
     wc.hbrBackground = (HBRUSH)(COLOR_BTNFACE + 1);
     RegisterClassA(&wc);
-    main = CreateWindowA("QvGadgetsDemo", "Small gadgets", WS_OVERLAPPED | WS_CAPTION | WS_VISIBLE, 0, 0, 360, 170,
+    main = CreateWindowA("QvGadgetsDemo", "Small gadgets", WS_OVERLAPPED | WS_CAPTION | WS_VISIBLE, 0, 0, 360, 272,
                          NULL, NULL, instance, NULL);
 
     printf("small gadgets:\n");
@@ -129,6 +162,7 @@ void showGadgets(void)
            text);
 
     addWaffle(main);
+    showFreeTime(main);
     demoPump();
     demoSaveWindow(main, "gadgets");
     DestroyWindow(main);

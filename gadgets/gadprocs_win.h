@@ -10,7 +10,7 @@
 
 #include "qvgadgets.h"
 
-/* The small gadgets (and, until they are built, plain window procedures). */
+/* The small gadgets. */
 LRESULT CALLBACK gadStopWatchProc(HWND window, UINT message, WPARAM wp, LPARAM lp);
 LRESULT CALLBACK gadQvBitmapProc(HWND window, UINT message, WPARAM wp, LPARAM lp);
 LRESULT CALLBACK gadDateTrackerProc(HWND window, UINT message, WPARAM wp, LPARAM lp);

@@ -2,7 +2,7 @@
 # registration, the instance-record convention, the shared drawing helpers
 list(APPEND QV_PORTABLE_SOURCES gadgets/lcdcolour.cpp)
 list(APPEND QV_WINDOWS_SOURCES gadgets/register_win.cpp gadgets/gadget_win.cpp gadgets/gadutil_win.cpp
-     gadgets/colorpicker_win.cpp gadgets/placeholders_win.cpp)
+     gadgets/colorpicker_win.cpp)
 # the time bars' arithmetic and the list box gadget's text
 list(APPEND QV_PORTABLE_SOURCES gadgets/timecalc.cpp gadgets/lbtext.cpp)
 # the time bars
@@ -22,3 +22,6 @@ list(APPEND QV_WINDOWS_SOURCES gadgets/qvbitmap_win.cpp gadgets/stopwatch_win.cp
 list(APPEND QV_WINDOWS_SOURCES gadgets/waffle_win.cpp)
 # the gauge
 list(APPEND QV_WINDOWS_SOURCES gadgets/gasgauge_win.cpp)
+# the free-time finder: its arithmetic and its window
+list(APPEND QV_PORTABLE_SOURCES gadgets/freetime.cpp)
+list(APPEND QV_WINDOWS_SOURCES gadgets/freetime_win.cpp)

@@ -5,6 +5,7 @@
 #define QVGADGETS_H
 
 #include "qvtypes.h"
+#include "qvdatetime.h"
 
 QV_EXTERN_C_BEGIN
 
@@ -365,6 +366,45 @@ enum { QVFMN_CHANGED = 1 };
 #define QVW_GETCOLWIDTH 0x408 /* wp: column; its width, or 0 */
 #define QVW_RESET 0x409       /* empties every cell and makes the first current; size and widths stay */
 enum { QVWN_CHANGED = 1, QVWN_SELCHANGE = 2 };
+
+/* FreeTime: finds a time when everyone is free.  One row per person or
+   resource (up to 16, names cut to 31 characters), each with busy ranges
+   (up to 128 in all) inside the shown span, which starts as today 08:00 to
+   18:00 and may last from a minute to 7 days.  Row names sit in a label
+   column (the longest name plus 8 pixels, at most a third of the width),
+   hours on an axis above; busy ranges are red (200, 70, 60) bars in their
+   rows, and every pixel column that no row is busy in, even in part, is
+   shaded light green (170, 230, 170) from the axis down.  Text takes the
+   black or white that the LCD option chooses for the background.  A click
+   in a shaded column picks a start: the column's first minute rounded down
+   to the step (15 minutes at first) but not before the free gap it lies
+   in; it is marked with a line and told with QVFTN_CHOSEN when it
+   changes.  A click on a busy column picks nothing.  Times are whole
+   minutes: seconds and hour bias are ignored, and times given back have
+   both 0.  A range is [start, end).  Failures return 0 (QVFT_ADDROW: -1)
+   after recording RV_BadParms for a null pointer, or RV_FreetimeError with
+   the row (-1: none) and an FTE_* reason. */
+typedef struct FTRange {
+    OSDateTime start, end;
+} FTRange;
+#define QVFT_SETSPAN 0x400    /* lp: const FTRange *; keeps the rows, removes their ranges and the pick */
+#define QVFT_GETSPAN 0x401    /* lp: FTRange * filled */
+#define QVFT_ADDROW 0x402     /* lp: name; the new row's index */
+#define QVFT_ADDBUSY 0x403    /* wp: row, lp: const FTRange * inside the span; overlaps are allowed */
+#define QVFT_CLEAR 0x404      /* removes every row, range and the pick */
+#define QVFT_GETCHOICE 0x405  /* lp: OSDateTime * filled with the pick; 0, nothing recorded, when none */
+#define QVFT_FINDFREE 0x406   /* wp: minutes, lp: OSDateTime * (in: search from, out: the start found, which
+                                 becomes the pick); 0, nothing recorded, when no slot is free */
+#define QVFT_SETSTEP 0x407    /* wp: 1..1440 minutes; returns the previous step, 0 (RV_BadParms) for others */
+#define QVFT_SETBKCOLOR 0x408 /* lp: COLORREF; returns the previous one (the window colour at first) */
+enum { QVFTN_CHOSEN = 1 };
+enum {
+    FTE_BADTIME = 1,  /* a record that is not a valid date and time */
+    FTE_REVERSED = 2, /* end not after start, or a span over 7 days */
+    FTE_OUTSIDE = 3,  /* a range reaching outside the span */
+    FTE_BADROW = 4,   /* no such row */
+    FTE_FULL = 5      /* no room for another row or range */
+};
 #endif /* _WIN32 */
 
 #ifdef _WIN32
