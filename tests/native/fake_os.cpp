@@ -403,9 +403,8 @@ int osFormat(char *out, const char *text, va_list args)
     return room > 1 ? static_cast<int>(p - out) : kLimit;
 }
 
-namespace {
-
-const char *setting(const char *key)
+/* The settings store: the application's part answers as the system's does. */
+static const char *setting(const char *key)
 {
     for (const std::string &v : Settings)
         if (v.compare(0, v.find('='), key) == 0)
@@ -413,46 +412,34 @@ const char *setting(const char *key)
     return nullptr;
 }
 
-uint32_t settingInt(const char *key, uint32_t defaultValue)
+uint32_t osSystemSettingInt(const char *key, uint32_t defaultValue)
 {
     const char *value = setting(key);
     return value ? static_cast<uint32_t>(strtoul(value, nullptr, 10)) : defaultValue;
 }
+uint32_t osAppSettingInt(const char *key, uint32_t defaultValue) { return osSystemSettingInt(key, defaultValue); }
 
 /* Cut to size and unterminated when it fills the buffer, as the DLL's. */
-void settingString(const char *key, const char *defaultValue, char *buffer, uint32_t size)
+void osSystemSettingString(const char *key, const char *defaultValue, char *buffer, uint32_t size)
 {
-    const char *value = setting(key);
-    value = value ? value : defaultValue;
+    const char *value = setting(key) ? setting(key) : defaultValue;
     const size_t n = strnlen(value, size);
     memcpy(buffer, value, n);
     if (n < size)
         buffer[n] = '\0';
 }
-
-} // namespace
-
-uint32_t osSystemSettingInt(const char *key, uint32_t defaultValue) { return settingInt(key, defaultValue); }
-uint32_t osAppSettingInt(const char *key, uint32_t defaultValue) { return settingInt(key, defaultValue); }
-
-void osSystemSettingString(const char *key, const char *defaultValue, char *buffer, uint32_t size)
-{
-    settingString(key, defaultValue, buffer, size);
-}
-
 void osAppSettingString(const char *key, const char *defaultValue, char *buffer, uint32_t size)
 {
-    settingString(key, defaultValue, buffer, size);
-}
-
-void osWriteSettingInt(const char *section, const char *key, uint32_t value)
-{
-    SettingWrites.push_back(std::string(section) + "|" + key + "=" + std::to_string(value));
+    osSystemSettingString(key, defaultValue, buffer, size);
 }
 
 void osWriteSettingString(const char *section, const char *key, const char *value)
 {
     SettingWrites.push_back(std::string(section) + "|" + key + "=" + value);
+}
+void osWriteSettingInt(const char *section, const char *key, uint32_t value)
+{
+    osWriteSettingString(section, key, std::to_string(value).c_str());
 }
 
 void osBusy(OsBusyStep step)

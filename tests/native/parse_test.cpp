@@ -10,10 +10,8 @@
 
 #include <string>
 
-#include "../../datetime/intl.h"
-#include "date_words.h"
-#include "qviso32.h"
 #include "../shared/test_helpers.h"
+#include "datetime_fixture.h"
 
 namespace {
 
@@ -47,17 +45,14 @@ void use(const Settings &s)
     strcpy(qvIntl.record.sTime, s.sTime);
 }
 
-class Parse : public ::testing::Test {
+class Parse : public DateEngine {
 protected:
     void SetUp() override
     {
-        fakeos::reset();
+        DateEngine::SetUp();
         fakeos::setLocalTime(OsTime{2024, 3, 2, 5, 14, 7, 9, 0});
-        ASSERT_TRUE(datewords::startEnglish());
         use(kMDY);
-        OSErrorClearError();
     }
-    void TearDown() override { OSErrorClearError(); }
 };
 
 using testhelp::show;
