@@ -108,6 +108,9 @@ TEST(CycleRebuild, AgreesWithTheDirectConversionOverTheRange)
         const cal::Date d = cal::dateOfDay(n);
         ASSERT_TRUE(t.year == d.year && t.month == d.month && t.day == d.day && t.hour == 5 && t.second == 7) << n;
     }
+    OSDateTime far{};
+    cal::rebuildFrom1601(far, 3 * 146097); // several 400-year steps at once, beyond the range
+    EXPECT_TRUE(far.year == 2801 && far.month == 1 && far.day == 1) << far.year;
 }
 
 } // namespace

@@ -214,6 +214,7 @@ TEST_F(Parse, NullArgumentsAreRefused)
         [] { return OSStringToDateTimeForImport(nullptr, "1998"); },
         [] { return OSConvertTumblerTimeStringToRealString(nullptr, out); },
         [] { return OSDiffDateTime(nullptr, &t, &n, &n, &n, &n); },
+        [] { return OSDiffDateTime(&t, &t, &n, nullptr, &n, &n); },
         [] { return OSDayOfWeek(&t, nullptr, 0); },
         [] { return OSDateTimeGetIntlSettings(nullptr); },
         [] { return OSStringToZodiac(nullptr, &u); },
