@@ -215,6 +215,7 @@ TEST_F(Parse, NullArgumentsAreRefused)
         [] { return OSConvertTumblerTimeStringToRealString(nullptr, out); },
         [] { return OSDiffDateTime(nullptr, &t, &n, &n, &n, &n); },
         [] { return OSDiffDateTime(&t, &t, &n, nullptr, &n, &n); },
+        [] { return OSDiffDateTime(&t, &t, &n, &n, &n, nullptr); },
         [] { return OSDayOfWeek(&t, nullptr, 0); },
         [] { return OSDateTimeGetIntlSettings(nullptr); },
         [] { return OSStringToZodiac(nullptr, &u); },
