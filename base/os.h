@@ -3,11 +3,12 @@
  *
  * The portable engines (error recording, formatting, dates, text utilities,
  * sorting, tree links) reach the operating system only through these few
- * functions.  The DLL implements them on the platform (os_win.cpp, and the
- * busy indication beside the wait cursor); the native test build implements
- * them with a controllable fake, so the engines can run under sanitizers with
- * a settable local time, injected allocation failures and a string table of
- * the test's choosing.
+ * functions.  The DLL implements them on the platform (os_win.cpp, the busy
+ * indication beside the wait cursor, the settings store beside the date
+ * engine); the native test build implements them with a controllable fake,
+ * so the engines can run under sanitizers with a settable local time,
+ * injected allocation failures, and a string table and settings of the
+ * test's choosing.
  *
  * This folder is the bottom layer: it includes nothing of the families.
  */
@@ -62,5 +63,21 @@ int osFormat(char *out, const char *format, va_list args);
    (core/waitcursor_win.cpp); the native fake counts the steps. */
 enum OsBusyStep { OsBusyBegin, OsBusyPulse, OsBusyEnd };
 void osBusy(OsBusyStep step);
+
+/* The store of the international settings the date and time engine keeps.
+   The system readers look in the current user's "Control Panel\International"
+   key and fall back to the system profile's "Intl" section; the application
+   readers and both writers address a key of the application's (the writers
+   take the key's path as section).  A value that is not there reads as the
+   default.  Strings are cut to size bytes and need not come back
+   terminated.  In the DLL this is the registry, implemented beside the
+   engine (datetime/intlstore_win.cpp); the native fake keeps a small store
+   the tests fill, empty after a reset. */
+uint32_t osSystemSettingInt(const char *key, uint32_t defaultValue);
+void osSystemSettingString(const char *key, const char *defaultValue, char *buffer, uint32_t size);
+uint32_t osAppSettingInt(const char *key, uint32_t defaultValue);
+void osAppSettingString(const char *key, const char *defaultValue, char *buffer, uint32_t size);
+void osWriteSettingInt(const char *section, const char *key, uint32_t value);
+void osWriteSettingString(const char *section, const char *key, const char *value);
 
 #endif /* QV_BASE_OS_H */

@@ -10,6 +10,6 @@
 
 int qvDateTimeStart()
 {
-    qvIntlRead(qvIntlStore);
+    qvIntlRead();
     return words::load() ? 1 : 0;
 }

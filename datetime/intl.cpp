@@ -17,40 +17,26 @@
 
 IntlCache qvIntl;
 
-#ifdef _WIN32
-extern const IntlStore qvRegistryIntlStore;
-const IntlStore *qvIntlStore = &qvRegistryIntlStore;
-#else
-const IntlStore *qvIntlStore = nullptr;
-#endif
-
 namespace {
 
 constexpr char kSystemSection[] = "Control Panel\\International";
 constexpr char kAppSection[] = "Software\\Quenby\\Almanex\\97.0\\International";
 
-/* A value from the store, or its default when there is no store; always
-   terminated within its buffer. */
+/* A value from the store, or its default; always terminated within its
+   buffer. */
 template <size_t N>
-void readString(const IntlStore *store, bool system, const char *key, const char *defaultValue, char (&buffer)[N])
+void readString(bool system, const char *key, const char *defaultValue, char (&buffer)[N])
 {
-    if (!store) {
-        const size_t n = strnlen(defaultValue, N - 1);
-        memcpy(buffer, defaultValue, n);
-        buffer[n] = '\0';
-    } else if (system) {
-        store->readSystemString(key, defaultValue, buffer, N);
-    } else {
-        store->readAppString(key, defaultValue, buffer, N);
-    }
+    if (system)
+        osSystemSettingString(key, defaultValue, buffer, N);
+    else
+        osAppSettingString(key, defaultValue, buffer, N);
     buffer[N - 1] = '\0';
 }
 
-uint32_t readInt(const IntlStore *store, bool system, const char *key, uint32_t defaultValue)
+uint32_t readInt(bool system, const char *key, uint32_t defaultValue)
 {
-    if (!store)
-        return defaultValue;
-    return system ? store->readSystemInt(key, defaultValue) : store->readAppInt(key, defaultValue);
+    return system ? osSystemSettingInt(key, defaultValue) : osAppSettingInt(key, defaultValue);
 }
 
 /* A resource text, or the empty text when the resource library lacks it. */
@@ -79,33 +65,33 @@ void defaultPictures(uint32_t iDate, uint32_t &shortId, uint32_t &longId)
 
 } // namespace
 
-void qvIntlRead(const IntlStore *store)
+void qvIntlRead()
 {
     IntlCache &c = qvIntl;
     OSIntlSettings &r = c.record;
     char text[64];
 
-    r.iTime = readInt(store, true, "iTime", 0);
-    readString(store, true, "sTimeFormat", r.iTime ? "HH:mm:ss" : "h:mm:ss tt", c.timePicture);
-    readString(store, true, "sTime", ":", r.sTime);
+    r.iTime = readInt(true, "iTime", 0);
+    readString(true, "sTimeFormat", r.iTime ? "HH:mm:ss" : "h:mm:ss tt", c.timePicture);
+    readString(true, "sTime", ":", r.sTime);
     loadResourceText(IDS_AM_DESIGNATOR, text);
-    readString(store, true, "s1159", text, r.s1159);
+    readString(true, "s1159", text, r.s1159);
     if (!r.s1159[0])
         loadResourceText(IDS_AM_DESIGNATOR, r.s1159);
     loadResourceText(IDS_PM_DESIGNATOR, text);
-    readString(store, true, "s2359", text, r.s2359);
+    readString(true, "s2359", text, r.s2359);
     if (!r.s2359[0])
         loadResourceText(IDS_PM_DESIGNATOR, r.s2359);
-    c.leadZero = readInt(store, true, "iTLZero", 0);
-    r.iDate = readInt(store, true, "iDate", 0);
+    c.leadZero = readInt(true, "iTLZero", 0);
+    r.iDate = readInt(true, "iDate", 0);
     uint32_t shortId, longId;
     defaultPictures(r.iDate, shortId, longId);
     loadResourceText(shortId, text);
-    readString(store, true, "sShortDate", text, c.shortDate);
+    readString(true, "sShortDate", text, c.shortDate);
     loadResourceText(longId, text);
-    readString(store, true, "sLongDate", text, c.longDate);
+    readString(true, "sLongDate", text, c.longDate);
     // The date separator is one character, whatever the system holds.
-    readString(store, true, "sDate", "/", r.sDate);
+    readString(true, "sDate", "/", r.sDate);
 
     int ys = 0;
     for (const char *p = c.shortDate; *p; p++)
@@ -113,8 +99,8 @@ void qvIntlRead(const IntlStore *store)
     c.fourDigitYear = ys > 2;
 
     // The week start indexes seven-day tables; a stray value wraps into them.
-    r.iWeekStartsOn = readInt(store, false, "VeliWeekStartsOn", 0) % 7;
-    readString(store, false, "VelsCodePageTranslation", "0", r.sCodePageTranslation);
+    r.iWeekStartsOn = readInt(false, "VeliWeekStartsOn", 0) % 7;
+    readString(false, "VelsCodePageTranslation", "0", r.sCodePageTranslation);
 }
 
 bool qvTextBufferUsable(const char *buffer, uint32_t size, const char *caller, BOOL &result)
@@ -134,7 +120,7 @@ extern "C" {
 
 BOOL QVAPI OSDateTimeGetWinIniSettings(void)
 {
-    qvIntlRead(qvIntlStore);
+    qvIntlRead();
     return 1;
 }
 
@@ -155,15 +141,13 @@ BOOL QVAPI OSDateTimeSetIntlSettings(const OSIntlSettings *settings)
         return 0;
     }
     OSIntlSettings &cache = qvIntl.record;
-    const IntlStore *store = qvIntlStore;
-    auto setInt = [store](uint32_t &field, uint32_t value, const char *section, const char *key) {
+    auto setInt = [](uint32_t &field, uint32_t value, const char *section, const char *key) {
         if (field == value)
             return;
         field = value;
-        if (store)
-            store->writeInt(section, key, value);
+        osWriteSettingInt(section, key, value);
     };
-    auto setText = [store](auto &field, const auto &value, const char *section, const char *key) {
+    auto setText = [](auto &field, const auto &value, const char *section, const char *key) {
         // The incoming text is cut to the field, so an unterminated one
         // cannot run on past it.
         char text[sizeof field];
@@ -172,8 +156,7 @@ BOOL QVAPI OSDateTimeSetIntlSettings(const OSIntlSettings *settings)
         if (strcmp(field, text) == 0)
             return;
         memcpy(field, text, sizeof text);
-        if (store)
-            store->writeString(section, key, field);
+        osWriteSettingString(section, key, field);
     };
     setInt(cache.iTime, settings->iTime, kSystemSection, "VeliTime");
     setText(cache.sTime, settings->sTime, kSystemSection, "VelsTime");

@@ -1,7 +1,7 @@
 /*
  * The international settings cache of the date and time engine: the
- * record the application sees, the pictures beside it, and where the
- * values are read from and written to.
+ * record the application sees and the pictures beside it.  The values come
+ * from, and changes go to, the settings store of base/os.h.
  */
 #ifndef QV_DATETIME_INTL_H
 #define QV_DATETIME_INTL_H
@@ -20,29 +20,9 @@ struct IntlCache {
 /* One cache per process, used from the user-interface thread only. */
 extern IntlCache qvIntl;
 
-/*
- * Where settings are read and written.  The system readers look in the
- * current user's "Control Panel\International" key and fall back to the
- * system profile's "Intl" section; the application readers and both writers
- * address a key of the application's.  Strings are cut to size bytes and
- * need not come back terminated.
- */
-struct IntlStore {
-    uint32_t (*readSystemInt)(const char *key, uint32_t defaultValue);
-    void (*readSystemString)(const char *key, const char *defaultValue, char *buffer, uint32_t size);
-    uint32_t (*readAppInt)(const char *key, uint32_t defaultValue);
-    void (*readAppString)(const char *key, const char *defaultValue, char *buffer, uint32_t size);
-    void (*writeInt)(const char *section, const char *key, uint32_t value);
-    void (*writeString)(const char *section, const char *key, const char *value);
-};
-
-/* The store the exports use: the registry in the DLL; none in the native
-   build (every value then takes its default and nothing is written).  The
-   native tests put a store of their own here. */
-extern const IntlStore *qvIntlStore;
-
-/* Fills the cache from the store (null: every default). */
-void qvIntlRead(const IntlStore *store);
+/* Fills the cache from the settings store of base/os.h (a value the store
+   lacks takes its default). */
+void qvIntlRead();
 
 /* The convention of the engine's text getters: size 0 leaves nothing to
    do (result TRUE); a null buffer with a size records RV_BadParms naming

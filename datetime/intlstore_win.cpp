@@ -2,13 +2,14 @@
  * Where the DLL's international settings live: the system's values under
  * the current user's "Control Panel\International" key (the system profile's
  * "Intl" section behind it), the application's own under its key, and the
- * override values written beside the system's.
+ * override values written beside the system's: the settings store of
+ * base/os.h as the DLL implements it.
  */
 #include <string.h>
 
 #include "../base/globals.h"
+#include "../base/os.h"
 #include "../core/profile.h"
-#include "intl.h"
 #include "qvcore.h"
 
 namespace {
@@ -29,42 +30,38 @@ void cutInto(const char *text, char *buffer, uint32_t size)
         buffer[n] = '\0';
 }
 
-uint32_t readSystemInt(const char *key, uint32_t defaultValue)
+} // namespace
+
+uint32_t osSystemSettingInt(const char *key, uint32_t defaultValue)
 {
     return qvProfileIntWithFallback(kSystemSection, kProfileSection, key, defaultValue, 0);
 }
 
-void readSystemString(const char *key, const char *defaultValue, char *buffer, uint32_t size)
+void osSystemSettingString(const char *key, const char *defaultValue, char *buffer, uint32_t size)
 {
     char text[kReadRoom] = {};
     qvProfileStringWithFallback(kSystemSection, kProfileSection, key, defaultValue, text, sizeof text - 1, 0);
     cutInto(text, buffer, size);
 }
 
-uint32_t readAppInt(const char *key, uint32_t defaultValue)
+uint32_t osAppSettingInt(const char *key, uint32_t defaultValue)
 {
     return OSGetProfileInt(kAppSection, key, defaultValue, ProfileFileName, 0);
 }
 
-void readAppString(const char *key, const char *defaultValue, char *buffer, uint32_t size)
+void osAppSettingString(const char *key, const char *defaultValue, char *buffer, uint32_t size)
 {
     char text[kReadRoom] = {};
     OSGetProfileString(kAppSection, key, defaultValue, text, sizeof text - 1, ProfileFileName, 0);
     cutInto(text, buffer, size);
 }
 
-void writeInt(const char *section, const char *key, uint32_t value)
+void osWriteSettingInt(const char *section, const char *key, uint32_t value)
 {
     OSWriteProfileInt(section, key, value, ProfileFileName, 0);
 }
 
-void writeString(const char *section, const char *key, const char *value)
+void osWriteSettingString(const char *section, const char *key, const char *value)
 {
     OSWriteProfileString(section, key, value, ProfileFileName, 0);
 }
-
-} // namespace
-
-extern const IntlStore qvRegistryIntlStore;
-const IntlStore qvRegistryIntlStore = {readSystemInt, readSystemString, readAppInt,
-                                       readAppString, writeInt,         writeString};

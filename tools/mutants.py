@@ -124,6 +124,11 @@ def prepare():
         os.makedirs(os.path.dirname(dst), exist_ok=True)
         shutil.copy2(os.path.join(ROOT, f), dst)
     os.makedirs(BUILD, exist_ok=True)
+    # The program of an earlier run may still hold its last mutant (only
+    # the object is put back): have it linked afresh.
+    stale = os.path.join(BUILD, 'tests', 'native', 'native_all')
+    if os.path.exists(stale):
+        os.remove(stale)
     env = dict(os.environ, CC='clang', CXX='clang++')
     subprocess.run(['cmake', '-S', SRC, '-B', BUILD, '-DQV_QUICK=ON', '-DCMAKE_BUILD_TYPE=None',
                     '-DCMAKE_CXX_FLAGS=-O1'], env=env, check=True, stdout=subprocess.DEVNULL)

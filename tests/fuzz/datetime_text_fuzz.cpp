@@ -41,7 +41,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t length)
         qvErrorReset(); // record-only modes: a bad record must not end the run
         fakeos::setString(40650, "h");
         fakeos::setString(40651, "m");
-        qvIntlRead(nullptr);
+        qvIntlRead();
         return true;
     }();
     if (!started || length < 10)

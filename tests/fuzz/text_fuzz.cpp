@@ -111,18 +111,15 @@ void roman(const uint8_t *data, size_t size)
     const int upper = data[4] & 1;
     const uint32_t groups = data[5];
     std::vector<char> buffer(groups + 10);
-    std::string expected = testhelp::romanReference(value, groups);
-    if (upper)
-        for (char &c : expected)
-            c = static_cast<char>(c - 'a' + 'A');
+    auto expected = [&](uint32_t most) {
+        std::string text = testhelp::romanReference(value, most);
+        for (char &c : text)
+            c = static_cast<char>(upper ? c - 'a' + 'A' : c);
+        return text;
+    };
     check(DToRoman(value, upper, buffer.data(), groups) == buffer.data());
-    check(expected == buffer.data());
-    // The static buffer: 127 groups.
-    std::string expectedStatic = testhelp::romanReference(value, 127);
-    if (upper)
-        for (char &c : expectedStatic)
-            c = static_cast<char>(c - 'a' + 'A');
-    check(expectedStatic == DToRoman(value, upper, nullptr, 0));
+    check(expected(groups) == buffer.data());
+    check(expected(127) == DToRoman(value, upper, nullptr, 0)); // the static buffer: 127 groups
 }
 
 } // namespace

@@ -1,9 +1,7 @@
 /*
- * The engine's start, the settings cache over a scripted store, the
+ * The engine's start, the settings cache over the fake's store, the
  * filtered time picture, and the cycle rebuild behind adjustment by days.
  */
-#include <stdlib.h>
-
 #include <string>
 #include <vector>
 
@@ -13,49 +11,14 @@
 
 namespace {
 
-/* A store answering from key=value texts (numbers as decimals) and noting every write. */
-std::vector<std::string> Values, Writes;
-
-const char *find(const char *key)
-{
-    for (const std::string &v : Values)
-        if (v.compare(0, v.find('='), key) == 0)
-            return v.c_str() + v.find('=') + 1;
-    return nullptr;
-}
-uint32_t (*const readInt)(const char *, uint32_t) = [](const char *key, uint32_t def) {
-    return find(key) ? uint32_t(atoi(find(key))) : def;
-};
-void (*const readString)(const char *, const char *, char *, uint32_t) = [](const char *key, const char *def,
-                                                                            char *buffer, uint32_t size) {
-    strncpy(buffer, find(key) ? find(key) : def, size); // unterminated when it fills the buffer
-};
-const IntlStore kScripted = {
-    readInt, readString, readInt, readString,
-    [](const char *section, const char *key, uint32_t value) {
-        Writes.push_back(std::string(section) + "|" + key + "=" + std::to_string(value));
-    },
-    [](const char *section, const char *key, const char *value) {
-        Writes.push_back(std::string(section) + "|" + key + "=" + value);
-    }};
-
-class Settings : public DateEngine {
-protected:
-    void SetUp() override
-    {
-        DateEngine::SetUp();
-        Values.clear();
-        Writes.clear();
-        qvIntlStore = &kScripted;
-    }
-};
+using Settings = DateEngine;
 
 TEST_F(Settings, ValuesAreCutTerminatedAndDefaultedByTheirNeighbours)
 {
     expectDefaultSettings();
     EXPECT_TRUE(qvIntl.fourDigitYear);
-    Values = {"iTime=1", "sTime=abcdef", "s1159=", "s2359=afternoon-long", "iDate=1", "sDate=-/",
-              "sShortDate=d/M/yy", "VeliWeekStartsOn=8"};
+    fakeos::setSettings({"iTime=1", "sTime=abcdef", "s1159=", "s2359=afternoon-long", "iDate=1", "sDate=-/",
+                         "sShortDate=d/M/yy", "VeliWeekStartsOn=8"});
     EXPECT_EQ(OSDateTimeGetWinIniSettings(), 1);
     const OSIntlSettings &s = qvIntl.record;
     EXPECT_STREQ(s.sTime, "abc");
@@ -76,7 +39,7 @@ TEST_F(Settings, OnlyChangedFieldsAreWrittenInTheirOrder)
     OSIntlSettings s;
     OSDateTimeGetIntlSettings(&s);
     ASSERT_TRUE(OSDateTimeSetIntlSettings(&s));
-    EXPECT_TRUE(Writes.empty());
+    EXPECT_TRUE(fakeos::settingWrites().empty());
     s.sCodePageTranslation[0] = '7';
     s.iWeekStartsOn = 1;
     strcpy(s.sDate, ".");
@@ -86,7 +49,7 @@ TEST_F(Settings, OnlyChangedFieldsAreWrittenInTheirOrder)
     const std::string intl = "Control Panel\\International|", app = "Software\\Quenby\\Almanex\\97.0\\International|";
     const std::vector<std::string> expected = {intl + "VeliTime=1", intl + "Vels2359=xxxxxxxx", intl + "VelsDate=.",
                                                app + "VeliWeekStartsOn=1", app + "VelsCodePageTranslation=7"};
-    EXPECT_EQ(Writes, expected);
+    EXPECT_EQ(fakeos::settingWrites(), expected);
     EXPECT_EQ(OSDateTimeGetWeekStart(), 1u);
     OSDateTime pm{2000, 1, 1, 13, 0, 0, 0};
     EXPECT_FALSE(OSIsDateTimePM(&pm)) << "the 24-hour clock has no afternoon";
@@ -145,6 +108,9 @@ TEST(CycleRebuild, AgreesWithTheDirectConversionOverTheRange)
         const cal::Date d = cal::dateOfDay(n);
         ASSERT_TRUE(t.year == d.year && t.month == d.month && t.day == d.day && t.hour == 5 && t.second == 7) << n;
     }
+    OSDateTime far{};
+    cal::rebuildFrom1601(far, 3 * 146097); // several 400-year steps at once, beyond the range
+    EXPECT_TRUE(far.year == 2801 && far.month == 1 && far.day == 1) << far.year;
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 /*
  * A started date and time engine for the native tests: English words and
- * default pictures in the fake string table, the default settings (no
- * store), the word tables loaded.
+ * default pictures in the fake string table, the default settings (an
+ * empty store), the word tables loaded.
  */
 #ifndef QV_TESTS_DATETIME_FIXTURE_H
 #define QV_TESTS_DATETIME_FIXTURE_H
@@ -20,14 +20,13 @@ protected:
     void SetUp() override
     {
         fakeos::reset();
-        qvIntlStore = nullptr;
         ASSERT_TRUE(datewords::startEnglish());
         OSErrorClearError();
     }
     void TearDown() override
     {
-        qvIntlStore = nullptr;
-        qvIntlRead(nullptr);
+        fakeos::setSettings({});
+        qvIntlRead();
         OSErrorClearError();
     }
 };

@@ -3,6 +3,7 @@
  * language, the assembled pictures and their flags, the two-digit-year rule
  * at its edges, and small rooms.
  */
+#include <algorithm>
 #include <string>
 
 #include "datetime_fixture.h"
@@ -93,12 +94,13 @@ TEST_F(Text, EveryRoomIsHonouredAndTerminated)
 {
     for (const char *picture : {"dddd, MMMM d, yyyy", "'at' hh:mm:ss tt o", "M/d/yy H:mm"}) {
         const std::string full = format(kTuesday, picture);
-        for (uint32_t size = 1; size <= full.size() + 1; size++) {
+        for (uint32_t size = 1; size <= full.size() + 2; size++) {
             char text[64];
             memset(text, '#', sizeof text);
             ASSERT_EQ(OSDateTimeToString(&kTuesday, text, picture, 0, size), text);
             EXPECT_EQ(std::string(text), full.substr(0, size - 1)) << picture << " size " << size;
-            EXPECT_EQ(text[size], '#') << picture << " size " << size;
+            // Nothing past the size, nor past the terminator when there is room to spare.
+            EXPECT_EQ(text[std::min<size_t>(size, full.size() + 1)], '#') << picture << " size " << size;
         }
     }
     strcpy(qvIntl.record.sTime, "::");

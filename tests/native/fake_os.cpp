@@ -5,14 +5,16 @@
  * re-implementation of the platform formatter as measured under Wine, quirks
  * included, so that the formatting engine fuzzed here meets the same input
  * the DLL's does; the Windows tests pin it against the platform's own.
- * The busy indication, which the portable sort drives, is counted here.
+ * The busy indication, which the portable sort drives, is counted here, and
+ * the settings store answers from values the tests set.
  */
 #include "fake_os.h"
-
 
 #include <stdlib.h>
 #include <string.h>
 #include <unistd.h>
+
+#include <utility>
 
 namespace {
 
@@ -35,6 +37,7 @@ int WaitDepth;
 uint32_t ReWaitCalls;
 StringEntry Strings[512];
 int StringCount;
+std::vector<std::string> Settings, SettingWrites;
 
 bool shouldFail(int &skip, int &count)
 {
@@ -67,6 +70,8 @@ void reset()
     for (int i = 0; i < StringCount; i++)
         free(Strings[i].text);
     StringCount = 0;
+    Settings.clear();
+    SettingWrites.clear();
 }
 
 void setLocalTime(const OsTime &now) { Now = now; }
@@ -104,6 +109,9 @@ void setString(uint32_t id, const char *text)
     if (text && StringCount < static_cast<int>(sizeof Strings / sizeof Strings[0]))
         Strings[StringCount++] = StringEntry{id, strdup(text)};
 }
+
+void setSettings(std::vector<std::string> values) { Settings = std::move(values); }
+const std::vector<std::string> &settingWrites() { return SettingWrites; }
 
 } // namespace fakeos
 
@@ -393,6 +401,45 @@ int osFormat(char *out, const char *text, va_list args)
     }
     *p = '\0';
     return room > 1 ? static_cast<int>(p - out) : kLimit;
+}
+
+/* The settings store: the application's part answers as the system's does. */
+static const char *setting(const char *key)
+{
+    for (const std::string &v : Settings)
+        if (v.compare(0, v.find('='), key) == 0)
+            return v.c_str() + v.find('=') + 1;
+    return nullptr;
+}
+
+uint32_t osSystemSettingInt(const char *key, uint32_t defaultValue)
+{
+    const char *value = setting(key);
+    return value ? static_cast<uint32_t>(strtoul(value, nullptr, 10)) : defaultValue;
+}
+uint32_t osAppSettingInt(const char *key, uint32_t defaultValue) { return osSystemSettingInt(key, defaultValue); }
+
+/* Cut to size and unterminated when it fills the buffer, as the DLL's. */
+void osSystemSettingString(const char *key, const char *defaultValue, char *buffer, uint32_t size)
+{
+    const char *value = setting(key) ? setting(key) : defaultValue;
+    const size_t n = strnlen(value, size);
+    memcpy(buffer, value, n);
+    if (n < size)
+        buffer[n] = '\0';
+}
+void osAppSettingString(const char *key, const char *defaultValue, char *buffer, uint32_t size)
+{
+    osSystemSettingString(key, defaultValue, buffer, size);
+}
+
+void osWriteSettingString(const char *section, const char *key, const char *value)
+{
+    SettingWrites.push_back(std::string(section) + "|" + key + "=" + value);
+}
+void osWriteSettingInt(const char *section, const char *key, uint32_t value)
+{
+    osWriteSettingString(section, key, std::to_string(value).c_str());
 }
 
 void osBusy(OsBusyStep step)

@@ -10,10 +10,8 @@
 
 #include <string>
 
-#include "../../datetime/intl.h"
-#include "date_words.h"
-#include "qviso32.h"
 #include "../shared/test_helpers.h"
+#include "datetime_fixture.h"
 
 namespace {
 
@@ -47,17 +45,14 @@ void use(const Settings &s)
     strcpy(qvIntl.record.sTime, s.sTime);
 }
 
-class Parse : public ::testing::Test {
+class Parse : public DateEngine {
 protected:
     void SetUp() override
     {
-        fakeos::reset();
+        DateEngine::SetUp();
         fakeos::setLocalTime(OsTime{2024, 3, 2, 5, 14, 7, 9, 0});
-        ASSERT_TRUE(datewords::startEnglish());
         use(kMDY);
-        OSErrorClearError();
     }
-    void TearDown() override { OSErrorClearError(); }
 };
 
 using testhelp::show;
@@ -105,6 +100,7 @@ const Case kCases[] = {
     {D, &kDMY, "25 DECEMBER 1999", "1999-12-25 00:00:00", 1},
     {D, &kMDY, "Sept. 3rd 2001", "2001-09-03 00:00:00", 1},
     {D, &kMDY, "Thursday 21st march", "2024-03-21 00:00:00", 1},
+    {D, &kMDY, "Su 3/4/1998", "1998-00-03 00:00:00", 0}, // a two-letter day is no day name
     {D, &kMDY, "the 2nd", "2024-03-00 00:00:00", 0}, // a word left over reads as 0
     {D, &kMDY, "Dec 3 4", "2024-03-04 00:00:00", 1},  // two numbers left decide both
     {D, &kMDY, "March 3 May", "2024-05-03 00:00:00", 1}, // each name is read
@@ -219,6 +215,8 @@ TEST_F(Parse, NullArgumentsAreRefused)
         [] { return OSStringToDateTimeForImport(nullptr, "1998"); },
         [] { return OSConvertTumblerTimeStringToRealString(nullptr, out); },
         [] { return OSDiffDateTime(nullptr, &t, &n, &n, &n, &n); },
+        [] { return OSDiffDateTime(&t, &t, &n, nullptr, &n, &n); },
+        [] { return OSDiffDateTime(&t, &t, &n, &n, &n, nullptr); },
         [] { return OSDayOfWeek(&t, nullptr, 0); },
         [] { return OSDateTimeGetIntlSettings(nullptr); },
         [] { return OSStringToZodiac(nullptr, &u); },

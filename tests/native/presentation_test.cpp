@@ -51,6 +51,8 @@ TEST(ErrorMessage, TextsAreBuiltFromTheirStrings)
     // Texts longer than the 512-character string buffer are cut, never overrun.
     fakeos::setString(11007, longText.c_str());
     EXPECT_EQ(build(11007), longText.substr(0, 511));
+    fakeos::setString(11007, "%s%s"); // a filled-in text stops at the formatter's 1023 characters
+    EXPECT_EQ(build(11007, longText.c_str(), longText.c_str()).size(), 1023u);
     FallbackMessageText = nullptr;
     fakeos::setString(11007, nullptr);
     EXPECT_EQ(build(11007), "");

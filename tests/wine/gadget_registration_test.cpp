@@ -3,9 +3,7 @@
  */
 #include <gtest/gtest.h>
 
-#include <cstdint>
-#include <vector>
-
+#include "gfx_pixels.h"
 #include "qviso32.h"
 
 namespace {
@@ -135,50 +133,6 @@ TEST_F(Registration, LiveWindowKeepsItsClassAndMakesTheNextRegistrationFail)
 
 /* ---- bitmap helpers, on 32-bpp DIB sections ---- */
 
-struct Dib {
-    HDC dc = CreateCompatibleDC(nullptr);
-    HBITMAP bitmap = nullptr, old = nullptr;
-    uint32_t *bits = nullptr;
-    int w, h;
-    Dib(int w, int h, COLORREF fill) : w(w), h(h)
-    {
-        BITMAPINFO bi{};
-        bi.bmiHeader = {sizeof(BITMAPINFOHEADER), w, -h, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-        void *p = nullptr;
-        bitmap = CreateDIBSection(dc, &bi, DIB_RGB_COLORS, &p, nullptr, 0);
-        bits = static_cast<uint32_t *>(p);
-        old = static_cast<HBITMAP>(SelectObject(dc, bitmap));
-        HBRUSH b = CreateSolidBrush(fill);
-        RECT r{0, 0, w, h};
-        FillRect(dc, &r, b);
-        DeleteObject(b);
-    }
-    ~Dib()
-    {
-        SelectObject(dc, old);
-        DeleteObject(bitmap);
-        DeleteDC(dc);
-    }
-    /* The pixel as a COLORREF. */
-    COLORREF at(int x, int y)
-    {
-        GdiFlush();
-        uint32_t p = bits[y * w + x];
-        return RGB((p >> 16) & 0xFF, (p >> 8) & 0xFF, p & 0xFF);
-    }
-    void set(int x, int y, COLORREF c)
-    {
-        GdiFlush();
-        bits[y * w + x] = (GetRValue(c) << 16) | (GetGValue(c) << 8) | GetBValue(c);
-    }
-    HBITMAP detach()
-    {
-        SelectObject(dc, old);
-        old = nullptr;
-        return bitmap;
-    }
-};
-
 constexpr COLORREF kKey = RGB(0, 129, 129), kRed = RGB(255, 0, 0), kBlue = RGB(0, 0, 255), kYellow = RGB(255, 255, 0);
 
 enum Helper { Mask, WithFlicker, NoFlicker, NoFlickerOwnMask, InvertNoFlicker, Copy };
@@ -196,10 +150,10 @@ TEST(GadUtil, TransparentAndCentredDrawingTouchOnlyThePictureArea)
     };
     for (const Case &c : cases) {
         SCOPED_TRACE(c.helper);
-        Dib target(12, 8, kBlue), picture(4, 2, kKey);
-        for (int y = 0; y < 2; y++)
-            for (int x = 2; x < 4; x++)
-                picture.set(x, y, kRed);
+        // The picture is selected into a DC only for the helper that takes one.
+        gfx::Surface target(12, 8), picture(4, 2, c.helper == Mask);
+        target.paint([](int, int) { return kBlue; });
+        picture.paint([](int x, int) { return x < 2 ? kKey : kRed; });
         SetTextColor(target.dc, RGB(1, 2, 3));
         SetBkColor(target.dc, RGB(4, 5, 6));
         SelectObject(target.dc, GetStockObject(WHITE_BRUSH));
@@ -208,7 +162,7 @@ TEST(GadUtil, TransparentAndCentredDrawingTouchOnlyThePictureArea)
         if (c.helper == Mask) {
             ok = GadUtilMaskBlt(target.dc, 4, 3, 4, 2, picture.dc, 0, 0, kKey);
         } else {
-            HBITMAP bitmap = picture.detach();
+            HBITMAP bitmap = picture.bitmap;
             HBITMAP mask = c.helper == NoFlickerOwnMask ? nullptr : GadUtilCreateMaskBitmap(target.dc, bitmap, kKey);
             if (c.helper == WithFlicker)
                 ok = GadUtilMaskBltWithFlicker(target.dc, &rect, bitmap, nullptr, kKey);
@@ -235,7 +189,8 @@ TEST(GadUtil, TransparentAndCentredDrawingTouchOnlyThePictureArea)
 
 TEST(GadUtil, MonoBltDrawsBlackPixelsOnlyAndLargerBitmapsClipOnBothSides)
 {
-    Dib target(6, 1, kBlue);
+    gfx::Surface target(6, 1);
+    target.paint([](int, int) { return kBlue; });
     // 8x1 monochrome: black, white, black, ... ; centred in 6 pixels it starts at -1.
     const WORD row[] = {0x5555};
     HBITMAP mono = CreateBitmap(8, 1, 1, 1, row);
@@ -249,7 +204,7 @@ TEST(GadUtil, MonoBltDrawsBlackPixelsOnlyAndLargerBitmapsClipOnBothSides)
 TEST(GadUtil, BadBitmapRecordsGdiError)
 {
     OSErrorClearError();
-    Dib target(2, 2, kBlue);
+    gfx::Surface target(2, 2);
     RECT rect{0, 0, 2, 2};
     EXPECT_FALSE(GadUtilBitBlt(target.dc, &rect, nullptr));
     EXPECT_EQ(OSErrorGetErrorValue(), RV_GDIError);
