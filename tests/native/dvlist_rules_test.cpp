@@ -182,6 +182,16 @@ TEST_F(DVListRules, ScrollPastTheEndJumpsToTheLastItems)
     ASSERT_TRUE(dvCached(&owner.box, 999999));
 }
 
+TEST_F(DVListRules, FillLeavesALoneTailItemForLater)
+{
+    start(1000);
+    for (int32_t i = 0; i < 22; i++)
+        if (i != 3)
+            deliver(i);
+    dvFill(&owner.box);
+    EXPECT_EQ(owner.log, (std::vector<std::string>{"fetch 3 1"})) << "22, alone at the end of the stretch, waits";
+}
+
 TEST_F(DVListRules, KeysMoveTheCaretWithinAKnownCount)
 {
     struct Case {
