@@ -260,6 +260,14 @@ TEST_F(VListRules, InitializeSizesTheCache)
     EXPECT_EQ(rec.box.cacheSize, 10u) << "raised to the visible rows";
     vlScrollTo(&rec.box, 3);
     EXPECT_EQ(rec.box.top, 0u) << "fewer items than rows do not scroll";
+    vlRelease(&rec.box);
+    start(0, VL_NONE, 10, 100, 20);
+    vlScrollTo(&rec.box, VL_NONE);
+    fakeos::failLocalAllocs(1); /* the cache grows only at the next placing */
+    vlSetVisible(&rec.box, 150);
+    rec.released.clear();
+    vlPlace(&rec.box);
+    EXPECT_EQ(rec.released, std::vector<uint32_t>{}) << "a window grown at the last index keeps its items";
 }
 
 } // namespace
