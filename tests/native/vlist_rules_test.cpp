@@ -178,6 +178,9 @@ TEST_F(VListRules, FailedSelectionGrowthKeepsTheSet)
     EXPECT_TRUE(failed);
     EXPECT_EQ(rec.box.selCount, 1u);
     EXPECT_TRUE(vlIsSelected(&rec.box, 5));
+    for (uint32_t i = 20; i < 40; i++) /* past the first block of sixteen */
+        EXPECT_TRUE(vlSelAdd(&rec.box, i));
+    EXPECT_TRUE(vlIsSelected(&rec.box, 5) && vlIsSelected(&rec.box, 39));
     const uint32_t replaced[] = {7, 9};
     EXPECT_TRUE(vlSelReplace(&rec.box, 2, replaced));
     EXPECT_TRUE(vlIsSelected(&rec.box, 9));
