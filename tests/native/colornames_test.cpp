@@ -48,4 +48,14 @@ TEST(ColorNames, SplitAtTheLastCharacterIntoSixteenOrRefused)
     }
 }
 
+TEST(ColorNames, PaletteIsTheDarkAndBrightPrimaryMixesAndTwoGreys)
+{
+    for (int i = 0; i < kPaletteSize; i++) {
+        const uint32_t on = i < 8 ? 128 : 255;
+        uint32_t want = (i & 1 ? on : 0) | (i & 2 ? on : 0) << 8 | (i & 4 ? on : 0) << 16;
+        want = i == 7 ? 0xC0C0C0 : i == 8 ? 0x808080 : want;
+        EXPECT_EQ(kPaletteColours[i], want) << i;
+    }
+}
+
 } // namespace

@@ -182,4 +182,71 @@ TEST_F(DVListRules, ScrollPastTheEndJumpsToTheLastItems)
     ASSERT_TRUE(dvCached(&owner.box, 999999));
 }
 
+TEST_F(DVListRules, FillLeavesALoneTailItemForLater)
+{
+    start(1000);
+    for (int32_t i = 0; i < 22; i++)
+        if (i != 3)
+            deliver(i);
+    dvFill(&owner.box);
+    EXPECT_EQ(owner.log, (std::vector<std::string>{"fetch 3 1"})) << "22, alone at the end of the stretch, waits";
+}
+
+TEST_F(DVListRules, KeysMoveTheCaretWithinAKnownCount)
+{
+    struct Case {
+        int32_t top, caret;
+        uint32_t key;
+        int32_t wantCaret, wantTop;
+    } cases[] = {
+        {20, 20, VLK_NEXT, 29, 20},
+        {990, 995, VLK_NEXT, 999, 990}, /* stops on the last item */
+        {0, 0, VLK_END, 999, 990},
+    };
+    int32_t top = -1;
+    bool fine, jumped;
+    for (const Case &c : cases) {
+        start(1000);
+        dvScrollTo(&owner.box, c.top);
+        ASSERT_TRUE(dvMarkIndex(&owner.box, &owner.box.caret, c.caret));
+        EXPECT_TRUE(dvKey(&owner.box, c.key, false, &top, &fine, &jumped));
+        EXPECT_EQ(owner.box.caret.index, c.wantCaret) << "key " << c.key;
+        EXPECT_EQ(top, c.wantTop) << "key " << c.key;
+    }
+    /* No owner to answer and no references: the end stays unknown. */
+    ASSERT_TRUE(dvInitialize(&owner.box, VL_NONE, 100, 20, 0, nullptr, 0));
+    EXPECT_TRUE(dvKey(&owner.box, VLK_END, false, &top, &fine, &jumped) && jumped);
+    EXPECT_EQ(owner.box.caret.index, 9) << "the last visible row";
+    dvScrollTo(&owner.box, INT32_MAX);
+    EXPECT_EQ(owner.box.top, INT32_MAX - 2) << "one past the highest index stays below the end marker";
+}
+
+TEST_F(DVListRules, ShorterCountPullsTheTopUpAndGettersReachEveryItem)
+{
+    start(1000);
+    dvScrollTo(&owner.box, 500);
+    dvSetCount(&owner.box, 100);
+    EXPECT_EQ(owner.box.top, 90) << "the last page of the shorter list";
+    dvSetCount(&owner.box, 5);
+    EXPECT_EQ(owner.box.top, 0);
+    start(1000);
+    dvScrollTo(&owner.box, 0);
+    const DvEntry *far = dvGetItem(&owner.box, 500); /* outside the cache: the pending slot */
+    ASSERT_TRUE(far);
+    EXPECT_EQ(far->data, 500u);
+    EXPECT_TRUE(dvAddItem(&owner.box, 3, nullptr, "no key", 3, true));
+    start(1);
+    EXPECT_TRUE(dvGetItem(&owner.box, 0));
+}
+
+TEST_F(DVListRules, SelectionIsASetOfReferences)
+{
+    owner.box.style = VLS_MULTIPLE;
+    start(1000);
+    uint32_t a = 5, b = 6;
+    EXPECT_TRUE(dvSelSet(&owner.box, 1, &a));
+    EXPECT_EQ(owner.box.selCount, 1u);
+    EXPECT_TRUE(dvSelHas(&owner.box, &a) && !dvSelHas(&owner.box, &b));
+}
+
 } // namespace

@@ -173,6 +173,10 @@ TEST(PackedDib, SizeFollowsTheHeaderAndRefusesWhatItCannotRead)
     put16(core, 6, 2);
     put16(core, 10, 1);
     EXPECT_EQ(dibPackedSize(core.data(), 12), 12u + 6 + 16);
+    put16(h, 14, 24);
+    put32(h, 32, 0);
+    put32(h, 20, 0xFFFFFFFFu - 40);
+    EXPECT_EQ(dibPackedSize(h.data(), 40), 0xFFFFFFFFu) << "the largest size 32 bits hold";
 
     uint32_t bits = 0;
     Bytes dib(40 + 8 + 24, 0);
@@ -184,6 +188,8 @@ TEST(PackedDib, SizeFollowsTheHeaderAndRefusesWhatItCannotRead)
     EXPECT_EQ(dibDrawable(dib.data(), dib.size(), &bits), RV_Success);
     EXPECT_EQ(bits, 48u);
     EXPECT_EQ(dibDrawable(dib.data(), dib.size() - 1, &bits), RV_BadDIB);
+    put32(dib, 20, 25);
+    EXPECT_EQ(dibDrawable(dib.data(), dib.size(), &bits), RV_BadDIB) << "sizeImage past the bytes";
 }
 
 TEST(Placeable, ExtentsAreUnsignedAndNeedAKeyAndUnitsPerInch)

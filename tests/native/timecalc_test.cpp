@@ -116,6 +116,7 @@ TEST(TimeCalc, AutoScrollDoublesEverySixthTickUpToAnHour)
             EXPECT_EQ(step, c.steps[tick]) << "first " << c.first << " tick " << tick;
         }
     }
+    EXPECT_EQ(tcNextScrollStep(61, 1), 60u);
 }
 
 TEST(TimeCalc, CellsFillTheWidthAndTimesMoveRightward)
@@ -142,6 +143,7 @@ TEST(TimeCalc, CellsFillTheWidthAndTimesMoveRightward)
                     ASSERT_EQ(tcMinutesAtX(layout, tcCellLeft(layout, cell)), cell * 60);
         }
     EXPECT_EQ(tcMinutesAtX(tcLayout(0, 0, 0), 50), 0);
+    EXPECT_EQ(tcCellLeft(tcLayout(7, 100, 0), 3), 7) << "no hours: no cell is wider";
 }
 
 TEST(TimeCalc, PositionOfATimeCountsDaysAndExtraPixels)
@@ -156,6 +158,8 @@ TEST(TimeCalc, PositionOfATimeCountsDaysAndExtraPixels)
     EXPECT_EQ(x, 10 + 9 * 57 + 6);
     ASSERT_TRUE(tcPositionOf(layout, at(23, 0, 9), at(1, 0, 10), &x));
     EXPECT_EQ(x, 10 + 2 * 57 + 2);
+    ASSERT_TRUE(tcPositionOf(layout, at(8, 0, 9), at(9, 0, 10), &x));
+    EXPECT_EQ(x, 10 + 25 * 57 + 6);
     OSDateTime bad = at(8, 0);
     bad.month = 13;
     EXPECT_FALSE(tcPositionOf(layout, bad, at(8, 0), &x));

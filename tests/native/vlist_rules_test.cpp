@@ -87,6 +87,10 @@ TEST_F(VListRules, FillAsksForUnfilledRunsAndLeavesALoneTailItem)
         EXPECT_EQ(rec.fetched, c.expected);
         vlRelease(&rec.box);
     }
+    start(0, 1000, 10, 100, 20);
+    vlScrollTo(&rec.box, 500);
+    vlScrollTo(&rec.box, 30);
+    EXPECT_EQ(rec.box.base, 0u) << "a window centred below 0 starts at 0";
 }
 
 TEST_F(VListRules, ScrollPositionScalesPastThirtyTwoThousand)
@@ -129,6 +133,7 @@ TEST_F(VListRules, KeysMoveTheCaretByMode)
         {0, 5, 5, VLK_PRIOR, false, 0, 0, {0}},
         {0, 30, 30, VLK_NEXT, false, 39, 30, {39}},
         {0, 95, 95, VLK_NEXT, false, 99, 90, {99}},
+        {0, 89, 89, VLK_NEXT, false, 98, 89, {98}},
         {0, 30, VL_NONE, VLK_DOWN, false, 30, 30, {30}},  /* no selection: select without moving */
         {0, 0, 0, VLK_UP, false, 0, 0, {0}},
         {VLS_EXTENDED, 30, VL_NONE, VLK_DOWN, false, 30, 30, {30}},
@@ -173,6 +178,13 @@ TEST_F(VListRules, FailedSelectionGrowthKeepsTheSet)
     EXPECT_TRUE(failed);
     EXPECT_EQ(rec.box.selCount, 1u);
     EXPECT_TRUE(vlIsSelected(&rec.box, 5));
+    for (uint32_t i = 20; i < 40; i++) /* past the first block of sixteen */
+        EXPECT_TRUE(vlSelAdd(&rec.box, i));
+    EXPECT_TRUE(vlIsSelected(&rec.box, 5) && vlIsSelected(&rec.box, 39));
+    const uint32_t replaced[] = {7, 9};
+    EXPECT_TRUE(vlSelReplace(&rec.box, 2, replaced));
+    EXPECT_TRUE(vlIsSelected(&rec.box, 9));
+    EXPECT_FALSE(vlIsSelected(&rec.box, 5));
 }
 
 TEST_F(VListRules, FarItemsGrowTheCacheBothWaysAndFilledOnesStay)
@@ -222,6 +234,7 @@ TEST_F(VListRules, ShortListGrowingAgainGetsItsSizesBack)
     } cases[] = {
         {0, 500, 200, 40, {{0, 39}}},
         {3, 8, 8, 8, {{3, 7}}}, /* still within the visible rows: the window grows to the count, keeping 0..2 */
+        {3, 10, 10, 10, {{3, 9}}},
     };
     for (const Case &c : cases) {
         SCOPED_TRACE(testing::Message() << c.shortCount << " then " << c.grownCount);
@@ -248,6 +261,16 @@ TEST_F(VListRules, InitializeSizesTheCache)
     EXPECT_FALSE(vlInitialize(&rec.box, 5, 4097, 10, record, 0));
     EXPECT_TRUE(vlInitialize(&rec.box, 5, 3, 10, record, 0));
     EXPECT_EQ(rec.box.cacheSize, 10u) << "raised to the visible rows";
+    vlScrollTo(&rec.box, 3);
+    EXPECT_EQ(rec.box.top, 0u) << "fewer items than rows do not scroll";
+    vlRelease(&rec.box);
+    start(0, VL_NONE, 10, 100, 20);
+    vlScrollTo(&rec.box, VL_NONE);
+    fakeos::failLocalAllocs(1); /* the cache grows only at the next placing */
+    vlSetVisible(&rec.box, 150);
+    rec.released.clear();
+    vlPlace(&rec.box);
+    EXPECT_EQ(rec.released, std::vector<uint32_t>{}) << "a window grown at the last index keeps its items";
 }
 
 } // namespace
