@@ -30,11 +30,7 @@ struct TempFile {
                              FILE_ATTRIBUTE_NORMAL, nullptr))
     {
     }
-    ~TempFile()
-    {
-        CloseHandle(handle);
-        DeleteFileA(name.c_str());
-    }
+    ~TempFile() { CloseHandle(handle); DeleteFileA(name.c_str()); }
     TempFile(const TempFile &) = delete;
     TempFile &operator=(const TempFile &) = delete;
 };
@@ -106,10 +102,7 @@ TEST_F(Files, RangeHeldByAnotherProcessGivesTwoWithNothingRecorded)
     ASSERT_TRUE(CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &si, &pi));
     ASSERT_EQ(WaitForSingleObject(held, 30000), WAIT_OBJECT_0);
 
-    struct Case {
-        uint32_t offset, length, unlock;
-        int result;
-    } const cases[] = {
+    struct Case { uint32_t offset, length, unlock; int result; } const cases[] = {
         {100, 50, 0, 2}, {140, 100, 0, 2}, {0, 101, 0, 2}, // overlapping the held range
         {0, 100, 0, 1},  {0, 100, 1, 1},                   // beside it: ours to lock and unlock
     };
@@ -144,8 +137,7 @@ TEST_F(Files, LockingFailuresAreRecorded)
         RV recorded;
         uint32_t osError;
     } const cases[] = {
-        {"no length", file.handle, 0, 0, RV_Failure, 0},
-        {"no length to unlock", file.handle, 0, 1, RV_Failure, 0},
+        {"no length", file.handle, 0, 0, RV_Failure, 0}, {"no length to unlock", file.handle, 0, 1, RV_Failure, 0},
         {"no file", INVALID_HANDLE_VALUE, 10, 0, RV_OSError, ERROR_INVALID_HANDLE},
     };
     // (Unlocking a range that is not locked is no use here: Wine answers it
@@ -164,10 +156,8 @@ TEST_F(Files, DeleteCommitAndRedirection)
 {
     const std::string missing = tempPath("missing.dat");
     const std::string noDir = tempPath("nodir\\missing.dat");
-    struct Case {
-        const char *name;
-        RV recorded;
-    } const cases[] = {{missing.c_str(), RV_NoFile}, {noDir.c_str(), RV_BadPath}, {nullptr, RV_BadParms}};
+    struct Case { const char *name; RV recorded; } const cases[] = {
+        {missing.c_str(), RV_NoFile}, {noDir.c_str(), RV_BadPath}, {nullptr, RV_BadParms}};
     for (const Case &c : cases) {
         EXPECT_EQ(OSDeleteFile(c.name), 0);
         EXPECT_EQ(OSErrorGetErrorValue(), c.recorded);
@@ -235,12 +225,8 @@ TEST_F(Files, CopiesTheAskedSizeFromTheStartWithTheStamps)
 
 TEST_F(Files, FailedReadsAndWritesNameTheirFile)
 {
-    struct Case {
-        DWORD sourceAccess, destinationAccess;
-        const char *named;
-    } const cases[] = {
-        {GENERIC_WRITE, GENERIC_READ | GENERIC_WRITE, "from.dat"},
-        {GENERIC_READ, GENERIC_READ, "to.dat"},
+    struct Case { DWORD sourceAccess, destinationAccess; const char *named; } const cases[] = {
+        {GENERIC_WRITE, GENERIC_READ | GENERIC_WRITE, "from.dat"}, {GENERIC_READ, GENERIC_READ, "to.dat"},
     };
     for (const Case &c : cases) {
         {
