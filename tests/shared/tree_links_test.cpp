@@ -39,8 +39,8 @@ protected:
     }
     void expectLinks(int i, OSTreeNode *prev, OSTreeNode *next, OSTreeNode *parent, OSTreeNode *child)
     {
-        EXPECT_EQ((std::array{n[i].Prev, n[i].Next, n[i].Parent, n[i].FirstChild}), (std::array{prev, next, parent, child}))
-            << "node " << i;
+        const std::array links{n[i].Prev, n[i].Next, n[i].Parent, n[i].FirstChild};
+        EXPECT_EQ(links, (std::array{prev, next, parent, child})) << "node " << i;
     }
 };
 

@@ -350,11 +350,8 @@ TEST_F(Presentation, TheFirstCallbackSeesEveryErrorFirst)
     const std::string noFileText = expectedText(IDS_ERR_NO_FILE, reinterpret_cast<uintptr_t>(F));
     const std::string fallback = resourceText(IDS_FALLBACK_MESSAGE);
     const std::string replaced = "1 1 Planner 11007 0x40 " + std::string(F);
-    const struct {
-        CallbackMode mode;
-        int result;
-        const std::string *shown, *replaced; /* null: no box; the replacement not called */
-    } cases[] = {
+    // shown null: no box; replaced null: the replacement not called.
+    const struct { CallbackMode mode; int result; const std::string *shown, *replaced; } cases[] = {
         {Handle, IDCANCEL, nullptr, nullptr},       {Pass, IDOK, &noFileText, nullptr},
         {Replace, IDRETRY, nullptr, &replaced},     {MissingString, IDOK, &fallback, nullptr},
         {Reenter, IDOK, &noFileText, nullptr},
