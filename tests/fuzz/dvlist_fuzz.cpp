@@ -50,10 +50,7 @@ Owner *O;
 uint32_t keyOf(int64_t pos) { return static_cast<uint32_t>(1000 + 7 * pos); }
 
 /* The control renumbered: the owner's numbering follows. */
-void shifted(int64_t shift)
-{
-    O->origin += shift;
-}
+void shifted(int64_t shift) { O->origin += shift; }
 
 void absoluteTop(int32_t index)
 {

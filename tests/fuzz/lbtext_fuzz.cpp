@@ -27,10 +27,7 @@ void check(bool condition)
 
 const char *const kNames[] = {"Alpha", "beta", "Gamma", " delta", "e", "Zeta zeta"};
 
-struct List {
-    std::vector<const char *> items;
-    std::vector<bool> selected;
-};
+struct List { std::vector<const char *> items; std::vector<bool> selected; };
 
 void apply(List &list, const std::string &text, char sep)
 {

@@ -49,11 +49,7 @@ inline void putEnglish()
 }
 
 /* The English words, then the engine's start; false if the start failed. */
-inline bool startEnglish()
-{
-    putEnglish();
-    return qvDateTimeStart() != 0;
-}
+inline bool startEnglish() { putEnglish(); return qvDateTimeStart() != 0; }
 
 } // namespace datewords
 

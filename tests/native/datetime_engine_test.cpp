@@ -59,12 +59,7 @@ TEST_F(Settings, OnlyChangedFieldsAreWrittenInTheirOrder)
 
 TEST_F(Settings, TimePictureFilters)
 {
-    struct Case {
-        const char *picture, *separator;
-        uint8_t flags;
-        uint32_t size;
-        const char *expected;
-    } cases[] = {
+    struct Case { const char *picture, *separator; uint8_t flags; uint32_t size; const char *expected; } cases[] = {
         {"h:mm:ss tt", ":", 0, 50, "h:mm tt"}, {"h:mm:ss tt", ":", 0x80, 50, "h:mm "},
         {"h:mm:ss tt", ":", 0x40, 50, "tt"},   {"h:mm:ss tt", ":", 0x10, 50, "h:mm:ss tt"},
         {"HH::mm::ss", "::", 0, 50, "HH::mm"}, {"tt HH:mm:ss", ":", 0x40, 50, "t"},

@@ -17,18 +17,8 @@
 
 class DateEngine : public ::testing::Test {
 protected:
-    void SetUp() override
-    {
-        fakeos::reset();
-        ASSERT_TRUE(datewords::startEnglish());
-        OSErrorClearError();
-    }
-    void TearDown() override
-    {
-        fakeos::setSettings({});
-        qvIntlRead();
-        OSErrorClearError();
-    }
+    void SetUp() override { fakeos::reset(); ASSERT_TRUE(datewords::startEnglish()); OSErrorClearError(); }
+    void TearDown() override { fakeos::setSettings({}); qvIntlRead(); OSErrorClearError(); }
 };
 
 #endif /* QV_TESTS_DATETIME_FIXTURE_H */

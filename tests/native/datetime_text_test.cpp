@@ -14,11 +14,7 @@ const OSDateTime kTuesday{2024, 3, 5, 14, 7, 9, 0}; // 5 March 2024 14:07:09
 
 class Text : public DateEngine {
 protected:
-    void SetUp() override
-    {
-        DateEngine::SetUp();
-        fakeos::setLocalTime(OsTime{2026, 6, 0, 15, 12, 0, 0, 0});
-    }
+    void SetUp() override { DateEngine::SetUp(); fakeos::setLocalTime(OsTime{2026, 6, 0, 15, 12, 0, 0, 0}); }
     std::string format(const OSDateTime &t, const char *picture, uint8_t flags = 0)
     {
         char text[200];
@@ -29,25 +25,16 @@ protected:
 
 TEST_F(Text, PictureLettersHoursAndYears)
 {
-    struct Case {
-        uint16_t year;
-        uint8_t hour;
-        const char *picture, *expected;
-    } cases[] = {
+    struct Case { uint16_t year; uint8_t hour; const char *picture, *expected; } cases[] = {
         {2024, 14, "dddd, MMMM d, yyyy", "Tuesday, March 5, 2024"},
         {2024, 14, "ddd dd d MMM MM M ddddd MMMMM yyy", "Tue 05 5 Mar 03 3 Tuesday March 2024"},
         {2024, 14, "H HH h hh m mm mmm s ss sss", "14 14 2 02 7 07  09 09 09"},
         {2024, 14, "t tt ttt do oo hz mZ zz", "P PM PM 55th 5th5th 2h 7m hh"},
         {2024, 14, "'d' \"MMM\" ''d[%!] d'y", "d MMM 5[%!] 5y"}, // an unclosed quote runs to the end
-        {2024, 14, "M/d:y", "3/5:24"},
-        {2024, 0, "h H tt", "12 0 AM"},
-        {2024, 12, "h H tt", "12 12 PM"},
+        {2024, 14, "M/d:y", "3/5:24"}, {2024, 0, "h H tt", "12 0 AM"}, {2024, 12, "h H tt", "12 12 PM"},
         {2024, 23, "h H tt", "11 23 PM"},
         // Two-digit years only within fifty years of now (2026), either way.
-        {1975, 0, "yy y", "1975 1975"},
-        {1976, 0, "yy y", "76 76"},
-        {2076, 0, "yy", "76"},
-        {2077, 0, "yy", "2077"},
+        {1975, 0, "yy y", "1975 1975"}, {1976, 0, "yy y", "76 76"}, {2076, 0, "yy", "76"}, {2077, 0, "yy", "2077"},
     };
     for (const Case &c : cases) {
         OSDateTime t = kTuesday;
@@ -64,19 +51,14 @@ TEST_F(Text, PictureLettersHoursAndYears)
 
 TEST_F(Text, AssembledPicturesFollowTheSettingsAndFlags)
 {
-    struct Case {
-        uint8_t flags;
-        const char *sDate, *sTime, *shortDate, *timePicture, *expected;
-    } cases[] = {
+    struct Case { uint8_t flags; const char *sDate, *sTime, *shortDate, *timePicture, *expected; } cases[] = {
         {0x22, "/", ":", "M/d/yyyy", "h:mm:ss tt", "3/5/2024 2:07 PM"},
         {0x32, "/", ":", "M/d/yyyy", "h:mm:ss tt", "3/5/2024 2:07:09 PM"},
         {0x03, "/", ":", "M/d/yyyy", "h:mm:ss tt", "Tuesday, March 5, 2024"},
-        {0x62, "/", ":", "M/d/yyyy", "h:mm:ss tt", "3/5/2024  PM"},
-        {0xA0, "/", ":", "M/d/yyyy", "h:mm:ss tt", "2:07 "},
+        {0x62, "/", ":", "M/d/yyyy", "h:mm:ss tt", "3/5/2024  PM"}, {0xA0, "/", ":", "M/d/yyyy", "h:mm:ss tt", "2:07 "},
         {0x02, "-", ".", "MM-dd-yy", "HH.mm.ss", "03-05-24"},
         {0x12, "-", ".", "MM-dd-yy", "HH.mm.ss", "03-05-24 14.07.09"},
-        {0x20, "-", "..", "MM-dd-yy", "HH..mm..ss", "14..07"},
-        {0x0C, "/", ":", "M/d/yyyy", "h:mm:ss tt", ""},
+        {0x20, "-", "..", "MM-dd-yy", "HH..mm..ss", "14..07"}, {0x0C, "/", ":", "M/d/yyyy", "h:mm:ss tt", ""},
     };
     for (const Case &c : cases) {
         strcpy(qvIntl.record.sDate, c.sDate);
@@ -130,11 +112,7 @@ TEST_F(Text, InvalidRecordsSentinelsMissingWordsAndTheStaticBuffer)
 
 TEST_F(Text, MonthAndDayNames)
 {
-    struct Case {
-        bool month;
-        uint32_t value, flags, size;
-        const char *expected;
-    } cases[] = {
+    struct Case { bool month; uint32_t value, flags, size; const char *expected; } cases[] = {
         {true, 3, 1, 16, "3"},  {true, 3, 2, 16, "03"}, {true, 12, 7, 16, "December"}, {true, 13, 3, 16, ""},
         {true, 9, 4, 3, "Se"},  {false, 9, 3, 16, "Tue"}, {false, 6, 5, 16, "Saturday"}, {false, 1, 0, 16, ""},
     };

@@ -33,23 +33,11 @@ constexpr uint32_t Billing = 0x40, DialTone = 0x100, Quiet = 0x80;
 
 TEST(DialSplit, CutsOnlyAtCharactersTheDeviceWaitsFor)
 {
-    struct Case {
-        const char *number;
-        uint32_t caps;
-        const char *pieces;
-    } cases[] = {
-        {"555W1234", DialTone, "555|W|1234"},
-        {"555W1234", 0, "555W1234"},
-        {"555w1234", DialTone, "555|w|1234"},
-        {"9$123@4", Billing | Quiet, "9|$|123|@|4"},
-        {"9$123@4", Billing, "9|$|123@4"},
-        {"9$123@4", Quiet | DialTone, "9$123|@|4"},
-        {"12?34", 0, "12|?|34"},
-        {"W123", DialTone, "|W|123"},
-        {"1WW2", DialTone, "1|W||W|2"},
-        {"123?", 0, "123|?|"},
-        {"", DialTone, ""},
-        {"12345", 0xFFFFFFFF, "12345"},
+    struct Case { const char *number; uint32_t caps; const char *pieces; } cases[] = {
+        {"555W1234", DialTone, "555|W|1234"}, {"555W1234", 0, "555W1234"}, {"555w1234", DialTone, "555|w|1234"},
+        {"9$123@4", Billing | Quiet, "9|$|123|@|4"}, {"9$123@4", Billing, "9|$|123@4"},
+        {"9$123@4", Quiet | DialTone, "9$123|@|4"}, {"12?34", 0, "12|?|34"}, {"W123", DialTone, "|W|123"},
+        {"1WW2", DialTone, "1|W||W|2"}, {"123?", 0, "123|?|"}, {"", DialTone, ""}, {"12345", 0xFFFFFFFF, "12345"},
     };
     for (const Case &c : cases)
         EXPECT_EQ(walk(c.number, qvDialSplitSetForCaps(c.caps)), c.pieces) << c.number << " caps " << c.caps;

@@ -13,12 +13,7 @@
 
 namespace {
 
-struct Row {
-    int value;
-    std::string name;
-    int mode;
-    std::string text;
-};
+struct Row { int value; std::string name; int mode; std::string text; };
 
 const Row kRows[] = {
 #define QV_ROW_NAMED(value, name, mode, args, shown, doc) {value, "`RV_" #name "`", mode, doc},

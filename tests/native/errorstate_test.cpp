@@ -16,28 +16,13 @@ namespace {
 
 class ErrorStateNative : public ::testing::Test {
 protected:
-    void SetUp() override
-    {
-        fakeos::reset();
-        qvErrorReset();
-    }
-    void TearDown() override
-    {
-        fakeos::reset();
-        qvErrorReset();
-    }
+    void SetUp() override { fakeos::reset(); qvErrorReset(); }
+    void TearDown() override { fakeos::reset(); qvErrorReset(); }
 };
 
-int QVCALLBACK veto(uint32_t data, OSErrorInfo *info)
-{
-    *reinterpret_cast<RV *>(data) = info->Code;
-    return 0;
-}
+int QVCALLBACK veto(uint32_t data, OSErrorInfo *info) { *reinterpret_cast<RV *>(data) = info->Code; return 0; }
 
-int QVCALLBACK allow(uint32_t, OSErrorInfo *)
-{
-    return 1;
-}
+int QVCALLBACK allow(uint32_t, OSErrorInfo *) { return 1; }
 
 TEST_F(ErrorStateNative, DefensiveCodesEndTheProcessWith255)
 {
@@ -48,8 +33,7 @@ TEST_F(ErrorStateNative, DefensiveCodesEndTheProcessWith255)
         int exitCode; /* -1: the process lives on */
     };
     const Case cases[] = {
-        {"tree broken", [] {}, RV_TreeBroken, 255},
-        {"assertion", [] {}, RV_AssertionFailure, 255},
+        {"tree broken", [] {}, RV_TreeBroken, 255}, {"assertion", [] {}, RV_AssertionFailure, 255},
         {"after DefenceQuit", [] { DefenceQuit(); }, RV_TreeBroken, -1},
         {"callback allows", [] { OSErrorRegisterCallback(0, allow); }, RV_ListBroken, 255},
         {"failure made defensive", [] { OSErrorSetErrorMode(RV_Failure, 0); }, RV_Failure, 255},
@@ -134,9 +118,7 @@ TEST_F(ErrorStateNative, StartUpTextsRecordWhyTheyAreMissing)
         RV code;
         uint32_t param3;
     } const cases[] = {
-        {0, 9, RV_OutOfLocalMemory, 512},
-        {1, 9, RV_OutOfLocalMemory, 12},
-        {-1, 10003, RV_StringNonExistant, 10003},
+        {0, 9, RV_OutOfLocalMemory, 512}, {1, 9, RV_OutOfLocalMemory, 12}, {-1, 10003, RV_StringNonExistant, 10003},
     };
     for (const Case &c : cases) {
         OSErrorClearError();

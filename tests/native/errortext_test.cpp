@@ -59,10 +59,7 @@ TEST(SystemErrorTable, EveryRowHasThePublishedValueAndIsFoundByIt)
     }
 }
 
-struct LineCase {
-    uint32_t code;
-    const char *line;
-};
+struct LineCase { uint32_t code; const char *line; };
 
 TEST(SystemErrorTable, ComposedLines)
 {
@@ -75,8 +72,7 @@ TEST(SystemErrorTable, ComposedLines)
         // The mask drops the top bits before comparing, whatever they are.
         {0x10000005, "Error 268435461(0x10000005) : ERROR_ACCESS_DENIED - Access is denied."},
         // Gaps between rows and codes beyond the last: no row.
-        {99999, "Error 99999(0x1869f) : Unknown ID - "},
-        {1901, "Error 1901(0x76d) : Unknown ID - "},
+        {99999, "Error 99999(0x1869f) : Unknown ID - "}, {1901, "Error 1901(0x76d) : Unknown ID - "},
         {0x70004, "Error 458756(0x70004) : Unknown ID - "},
     };
     for (const LineCase &c : cases) {

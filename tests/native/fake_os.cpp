@@ -18,16 +18,9 @@
 
 namespace {
 
-struct GlobalBlock {
-    size_t size;
-    int locks;
-    alignas(8) unsigned char data[1];
-};
+struct GlobalBlock { size_t size; int locks; alignas(8) unsigned char data[1]; };
 
-struct StringEntry {
-    uint32_t id;
-    char *text;
-};
+struct StringEntry { uint32_t id; char *text; };
 
 uint32_t LastError;
 OsTime Now;
@@ -51,10 +44,7 @@ bool shouldFail(int &skip, int &count)
     return true;
 }
 
-GlobalBlock *blockOf(HGLOBAL handle)
-{
-    return static_cast<GlobalBlock *>(handle);
-}
+GlobalBlock *blockOf(HGLOBAL handle) { return static_cast<GlobalBlock *>(handle); }
 
 } // namespace
 
@@ -76,17 +66,9 @@ void reset()
 
 void setLocalTime(const OsTime &now) { Now = now; }
 
-void failLocalAllocs(int count, int skip)
-{
-    LocalFailCount = count;
-    LocalFailSkip = skip;
-}
+void failLocalAllocs(int count, int skip) { LocalFailCount = count; LocalFailSkip = skip; }
 
-void failGlobalAllocs(int count, int skip)
-{
-    GlobalFailCount = count;
-    GlobalFailSkip = skip;
-}
+void failGlobalAllocs(int count, int skip) { GlobalFailCount = count; GlobalFailSkip = skip; }
 
 int liveLocalBlocks() { return LiveLocal; }
 int liveGlobalBlocks() { return LiveGlobal; }
@@ -118,10 +100,7 @@ const std::vector<std::string> &settingWrites() { return SettingWrites; }
 uint32_t osGetLastError() { return LastError; }
 void osSetLastError(uint32_t code) { LastError = code; }
 
-void osExitProcess(uint32_t code)
-{
-    _exit(static_cast<int>(code));
-}
+void osExitProcess(uint32_t code) { _exit(static_cast<int>(code)); }
 
 void *osLocalAlloc(size_t bytes)
 {

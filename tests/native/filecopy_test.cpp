@@ -21,15 +21,11 @@ TEST(CopyBuffer, HalvesUnderAllocationFailureDownToItsOwnBuffer)
         bool ownBuffer;    /* the 256-byte fallback rather than a block */
         uint32_t recorded; /* size recorded with RV_OutOfGlobalMemory, kNone for nothing */
     } const cases[] = {
-        {0xFFFFFFFF, 0, 32768, false, kNone},
-        {1000, 0, 1000, false, kNone},
+        {0xFFFFFFFF, 0, 32768, false, kNone}, {1000, 0, 1000, false, kNone},
         {100, 0, 100, false, kNone},  // a small copy gets a small block
         {0, 0, 256, true, kNone},     // nothing to copy: no block at all
-        {0xFFFFFFFF, 2, 8192, false, 32768},
-        {0xFFFFFFFF, 7, 256, false, 32768},
-        {0xFFFFFFFF, 8, 256, true, 32768},
-        {0xFFFFFFFF, 50, 256, true, 32768},
-        {1000, 1, 500, false, 1000},
+        {0xFFFFFFFF, 2, 8192, false, 32768}, {0xFFFFFFFF, 7, 256, false, 32768}, {0xFFFFFFFF, 8, 256, true, 32768},
+        {0xFFFFFFFF, 50, 256, true, 32768}, {1000, 1, 500, false, 1000},
         {1000, 2, 256, true, 1000},   // 250 is below 256: not tried
         {100, 1, 256, true, 100},
     };
@@ -58,17 +54,9 @@ TEST(CopyBuffer, HalvesUnderAllocationFailureDownToItsOwnBuffer)
 
 TEST(LockFailureName, AlternativeReplacesAllButLeadingDots)
 {
-    struct Case {
-        const char *name;
-        const char *alternative;
-        size_t room;
-        const char *recorded;
-    } const cases[] = {
-        {"DATA.DB", nullptr, 64, "DATA.DB"},
-        {"DATA.DB", "OTHER.DB", 64, "OTHER.DB"},
-        {"..\\DATA.DB", "OTHER", 64, "..OTHER"},
-        {"...", "OTHER", 64, "..."},
-        {"", "OTHER", 64, ""},
+    struct Case { const char *name; const char *alternative; size_t room; const char *recorded; } const cases[] = {
+        {"DATA.DB", nullptr, 64, "DATA.DB"}, {"DATA.DB", "OTHER.DB", 64, "OTHER.DB"},
+        {"..\\DATA.DB", "OTHER", 64, "..OTHER"}, {"...", "OTHER", 64, "..."}, {"", "OTHER", 64, ""},
         {"..DATA", "ALTERNATE", 6, "..ALT"},
         {"....", "X", 3, "...."},  // dots only: kept whatever the room
         {"......A", "X", 3, ".."},

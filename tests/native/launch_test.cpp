@@ -21,11 +21,7 @@ struct Ask {
     const char *path;
 };
 
-struct Shown {
-    RV code;
-    std::string detail;
-    uint32_t param;
-};
+struct Shown { RV code; std::string detail; uint32_t param; };
 
 struct Script {
     const char *listValue = nullptr; // null: the name is not in the list

@@ -19,12 +19,7 @@ extern "C" HMODULE QVAPI ResourceGetHandle(void)
 namespace {
 class NativeStart : public ::testing::Environment {
 public:
-    void SetUp() override
-    {
-        fakeos::reset();
-        ResourceModule = reinterpret_cast<HMODULE>(0x10000);
-        qvErrorReset();
-    }
+    void SetUp() override { fakeos::reset(); ResourceModule = reinterpret_cast<HMODULE>(0x10000); qvErrorReset(); }
 };
 const auto *const Registered = ::testing::AddGlobalTestEnvironment(new NativeStart);
 } // namespace

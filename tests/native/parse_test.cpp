@@ -47,12 +47,7 @@ void use(const Settings &s)
 
 class Parse : public DateEngine {
 protected:
-    void SetUp() override
-    {
-        DateEngine::SetUp();
-        fakeos::setLocalTime(OsTime{2024, 3, 2, 5, 14, 7, 9, 0});
-        use(kMDY);
-    }
+    void SetUp() override { DateEngine::SetUp(); fakeos::setLocalTime(OsTime{2024, 3, 2, 5, 14, 7, 9, 0}); use(kMDY); }
 };
 
 using testhelp::show;
@@ -75,75 +70,55 @@ struct Case {
 
 const Case kCases[] = {
     // Numbers: a number above 12 can only be the day; else the date order.
-    {D, &kMDY, "3/4/1998", "1998-03-04 00:00:00", 1},
-    {D, &kDMY, "3/4/1998", "1998-04-03 00:00:00", 1},
+    {D, &kMDY, "3/4/1998", "1998-03-04 00:00:00", 1}, {D, &kDMY, "3/4/1998", "1998-04-03 00:00:00", 1},
     {D, &kYMD, "1998-3-4", "1998-03-04 00:00:00", 1},
     {D, &kYDM, "1998-4-3", "1998-03-04 00:00:00", 1}, // the picture, not the order, puts the day first
-    {D, &kMDY, "13/4/1998", "1998-04-13 00:00:00", 1},
-    {D, &kDMY, "4/13/1998", "1998-04-13 00:00:00", 1},
-    {D, &kMDY, "13/14/1998", "1998-13-14 00:00:00", 0},
-    {D, &kMDY, "25", "2024-03-25 00:00:00", 1},
+    {D, &kMDY, "13/4/1998", "1998-04-13 00:00:00", 1}, {D, &kDMY, "4/13/1998", "1998-04-13 00:00:00", 1},
+    {D, &kMDY, "13/14/1998", "1998-13-14 00:00:00", 0}, {D, &kMDY, "25", "2024-03-25 00:00:00", 1},
     {D, &kMDY, "  \t ", "2024-03-05 14:07:09", 1},
     // Years: two digits above now - 1950 are 19xx, other numbers above 31
     // 20xx; a small number at the picture's year place is this century's.
     {D, &kMDY, "3/4/80", "1980-03-04 00:00:00", 1},
     {D, &kMDY, "3/4/74", "2074-03-04 00:00:00", 1}, // now - 1950 itself is above 31: 20xx
-    {D, &kMDY, "3/4/40", "2040-03-04 00:00:00", 1},
-    {D, &kMDY, "3/4/05", "2005-03-04 00:00:00", 1},
-    {D, &kDMY, "3/4/05", "2005-04-03 00:00:00", 1},
-    {D, &kYMD, "05-3-4", "2005-03-04 00:00:00", 1},
+    {D, &kMDY, "3/4/40", "2040-03-04 00:00:00", 1}, {D, &kMDY, "3/4/05", "2005-03-04 00:00:00", 1},
+    {D, &kDMY, "3/4/05", "2005-04-03 00:00:00", 1}, {D, &kYMD, "05-3-4", "2005-03-04 00:00:00", 1},
     {D, &kYMD, "Dec 25", "2000-03-25 00:00:00", 1}, // year first: the word is the year 0
     {D, &kMDY, "3/4/1700", "3600-03-04 00:00:00", 0},
     // Words in any case and position; ordinals; relative days.
-    {D, &kMDY, "dec 25", "2024-12-25 00:00:00", 1},
-    {D, &kMDY, "dec 31", "2024-12-31 00:00:00", 1},
-    {D, &kDMY, "25 DECEMBER 1999", "1999-12-25 00:00:00", 1},
-    {D, &kMDY, "Sept. 3rd 2001", "2001-09-03 00:00:00", 1},
+    {D, &kMDY, "dec 25", "2024-12-25 00:00:00", 1}, {D, &kMDY, "dec 31", "2024-12-31 00:00:00", 1},
+    {D, &kDMY, "25 DECEMBER 1999", "1999-12-25 00:00:00", 1}, {D, &kMDY, "Sept. 3rd 2001", "2001-09-03 00:00:00", 1},
     {D, &kMDY, "Thursday 21st march", "2024-03-21 00:00:00", 1},
     {D, &kMDY, "the 2nd", "2024-03-00 00:00:00", 0}, // a word left over reads as 0
     {D, &kMDY, "Dec 3 4", "2024-03-04 00:00:00", 1},  // two numbers left decide both
     {D, &kMDY, "March 3 May", "2024-05-03 00:00:00", 1}, // each name is read
-    {D, &kMDY, "tomorrow", "2024-03-06 00:00:00", 1},
-    {D, &kDMY, "YESTERDAY", "2024-03-04 00:00:00", 1},
+    {D, &kMDY, "tomorrow", "2024-03-06 00:00:00", 1}, {D, &kDMY, "YESTERDAY", "2024-03-04 00:00:00", 1},
     // Times: a lone number is the hour; designators on both clocks.
-    {T, &kMDY, "3 pm", "2024-03-05 15:00:00", 1},
-    {T, &kMDY, "12 am", "2024-03-05 00:00:00", 1},
-    {T, &kMDY, "9:30:15 p.m.", "2024-03-05 09:30:15", 1},
-    {T, &kMDY, "9:30:15 PM", "2024-03-05 21:30:15", 1},
-    {T, &kYMD, "9:30 pm", "2024-03-05 21:30:00", 1},
-    {T, &kMDY, "noon", "2024-03-05 12:00:00", 1},
-    {T, &kMDY, "NOW", "2024-03-05 14:07:09", 1},
-    {T, &kMDY, "", "2024-03-05 14:07:09", 1},
+    {T, &kMDY, "3 pm", "2024-03-05 15:00:00", 1}, {T, &kMDY, "12 am", "2024-03-05 00:00:00", 1},
+    {T, &kMDY, "9:30:15 p.m.", "2024-03-05 09:30:15", 1}, {T, &kMDY, "9:30:15 PM", "2024-03-05 21:30:15", 1},
+    {T, &kYMD, "9:30 pm", "2024-03-05 21:30:00", 1}, {T, &kMDY, "noon", "2024-03-05 12:00:00", 1},
+    {T, &kMDY, "NOW", "2024-03-05 14:07:09", 1}, {T, &kMDY, "", "2024-03-05 14:07:09", 1},
     {T, &kMDY, "9:30 25", "2024-03-05 09:30:00", 1}, // a number after the hour is no day
-    {T, &kMDY, "25:00", "2024-03-05 25:00:00", 0},
-    {T, &kMDY, "9:75", "2024-03-05 09:75:00", 0},
-    {T, &kMDY, "4294967296", "2024-03-05 255:00:00", 0},
-    {T, &kOwnWords, "3 NACHM", "2024-03-05 15:00:00", 1},
+    {T, &kMDY, "25:00", "2024-03-05 25:00:00", 0}, {T, &kMDY, "9:75", "2024-03-05 09:75:00", 0},
+    {T, &kMDY, "4294967296", "2024-03-05 255:00:00", 0}, {T, &kOwnWords, "3 NACHM", "2024-03-05 15:00:00", 1},
     {T, &kOwnWords, "3 pm", "2024-03-05 03:00:00", 1},  // not the user's word
     {T, &kOwnWords, "12 VORMITTA", "2024-03-05 00:00:00", 1},
     {T, &kOwnWords, "12 VORMITT", "2024-03-05 12:00:00", 1}, // the whole word or none of it
-    {T, &kOwnWords, "9Uhr30", "2024-03-05 09:30:00", 1},
-    {T, &kLetterWords, "3:10 p", "2024-03-05 15:10:00", 1},
-    {T, &kOneLetter, "3:10 p", "2024-03-05 15:10:00", 1},
-    {T, &kOneLetter, "12:10 a", "2024-03-05 00:10:00", 1},
+    {T, &kOwnWords, "9Uhr30", "2024-03-05 09:30:00", 1}, {T, &kLetterWords, "3:10 p", "2024-03-05 15:10:00", 1},
+    {T, &kOneLetter, "3:10 p", "2024-03-05 15:10:00", 1}, {T, &kOneLetter, "12:10 a", "2024-03-05 00:10:00", 1},
     {T, &k24Hour, "3 PM", "2024-03-05 15:00:00", 1},     // the library's words on the 24-hour clock
     // Date and time together.
-    {C, &kMDY, "25 Dec 99 14:00", "1999-12-25 14:00:00", 1},
-    {C, &kDMY, "25/12/1999 2:30 pm", "1999-12-25 14:30:00", 1},
+    {C, &kMDY, "25 Dec 99 14:00", "1999-12-25 14:00:00", 1}, {C, &kDMY, "25/12/1999 2:30 pm", "1999-12-25 14:30:00", 1},
     {C, &kMDY, "tomorrow noon", "2024-03-06 12:00:00", 1},
     {C, &kMDY, "25 Dec 99 at 14:00", "1999-12-25 14:00:00", 1}, // the time pass uses up "at"
     {C, &kMDY, "3pm", "2024-03-05 15:00:00", 1},
     {C, &kMDY, "3/4/05 9:30", "2024-03-04 09:30:00", 1}, // no year's place: 05 is no year here
-    {C, &kMDY, "", "2024-03-05 00:00:00", 1},
-    {C, &kYMD, "1999-12-25 23:59:59", "1999-12-25 23:59:59", 1},
+    {C, &kMDY, "", "2024-03-05 00:00:00", 1}, {C, &kYMD, "1999-12-25 23:59:59", "1999-12-25 23:59:59", 1},
     {C, &kMDY, "7 7 7 7 7 7 7 7 7 7 7 7 7 7 7 7 7 7 7 7 noon", "2024-07-07 00:00:00", 1}, // 20 tokens
     {D, &kMDY, "dec 00000000000000000000000000000025", "2024-12-02 00:00:00", 1},       // 31 characters
     {C, &kMDY, kLongText.c_str(), "1999-12-25 00:00:00", 1},
     // Import: no defaults; a found year makes the numbers month then day.
-    {C, &kDMY, "1998/03/04", "1998-04-03 00:00:00", 1},
-    {I, &kDMY, "1998-03-04 10:15:30", "1998-03-04 10:15:30", 1},
-    {I, &kMDY, "Dec 25", "0000-12-25 00:00:00", 1},
-    {I, &kMDY, "", "0000-00-00 00:00:00", 1},
+    {C, &kDMY, "1998/03/04", "1998-04-03 00:00:00", 1}, {I, &kDMY, "1998-03-04 10:15:30", "1998-03-04 10:15:30", 1},
+    {I, &kMDY, "Dec 25", "0000-12-25 00:00:00", 1}, {I, &kMDY, "", "0000-00-00 00:00:00", 1},
 };
 
 TEST_F(Parse, TypedTexts)
@@ -166,11 +141,7 @@ TEST_F(Parse, TypedTexts)
    reading's years stop at 2100.  A year of each other kind is pinned. */
 TEST_F(Parse, PrintedRecordsReadBack)
 {
-    struct Picture {
-        const Settings *settings;
-        const char *picture;
-        bool twoDigitYear;
-    } const pictures[] = {
+    struct Picture { const Settings *settings; const char *picture; bool twoDigitYear; } const pictures[] = {
         {&kMDY, "M/d/yyyy h:mm:ss tt", false}, {&kMDY, "MM/dd/yy HH:mm:ss", true},
         {&kDMY, "dd/MM/yyyy HH:mm:ss", false}, {&kDMY, "d/M/yy h:mm:ss tt", true},
         {&kYMD, "yyyy/MM/dd HH:mm:ss", false}, {&kYMD, "yy/M/d H:mm:ss", true},
@@ -232,12 +203,7 @@ TEST_F(Parse, TumblerStrings)
     using Convert = BOOL(QVAPI *)(const char *, char *);
     const Convert HM = OSConvertHourMinuteStringToTumblerTimeString, RT = OSConvertRealStringToTumblerTimeString,
                   TH = OSConvertTumblerTimeStringToHourMinuteString, TR = OSConvertTumblerTimeStringToRealString;
-    struct Tumbler {
-        Convert convert;
-        uint32_t iTime;
-        const char *input, *output;
-        BOOL result;
-    } const cases[] = {
+    struct Tumbler { Convert convert; uint32_t iTime; const char *input, *output; BOOL result; } const cases[] = {
         {HM, 0, "2:30", "150", 1},    {HM, 0, "150", "150", 1},     {HM, 0, "2000", "1439", 1},
         {HM, 0, "3h", "180", 1},      {HM, 0, "2h30", "150", 1},    {HM, 0, "30m", "30", 1},
         {HM, 0, "25:00", "1439", 1},  {HM, 0, "99999999999h", "1439", 1}, {HM, 0, "  ", "", 1},
@@ -258,10 +224,7 @@ TEST_F(Parse, TumblerStrings)
 TEST_F(Parse, ZodiacTexts)
 {
     fakeos::setLocalTime(OsTime{2101, 6, 4, 30, 9, 0, 0, 0});
-    struct Case {
-        uint32_t sign, mode, size;
-        const char *text;
-    } const cases[] = {
+    struct Case { uint32_t sign, mode, size; const char *text; } const cases[] = {
         {0, 1, 64, "Aries"},          {0, 2, 64, "Aries 21 Mar - 20 Apr"},
         {0, 0, 64, "21 Mar - 20 Apr"}, {0, 3, 16, "21 Mar - 20 Apr"},
         {0, 3, 15, "21 Mar - "},       // the end is written whole or not at all

@@ -38,8 +38,7 @@ TEST(ErrorMessage, TextsAreBuiltFromTheirStrings)
         const char *expected;
     } cases[] = {
         {"The file %s could not be found.", "The file C:\\a.cal could not be found."},
-        {"Only~the first~blank.", "Only the first~blank."},
-        {"~%s", " C:\\a.cal"},
+        {"Only~the first~blank.", "Only the first~blank."}, {"~%s", " C:\\a.cal"},
         {"Moved: @2%lu from @1%s", "Moved: 17 from C:\\a.cal"},
         // A missing string shows the fallback text, its "~" blanked too, arguments unused.
         {nullptr, "Could not show   the message."},

@@ -10,36 +10,23 @@ namespace {
 
 enum Kind { Uint, Real };
 
-struct Case {
-    Kind kind;
-    const char *text;
-    uint32_t low, high;
-    bool valid;
-};
+struct Case { Kind kind; const char *text; uint32_t low, high; bool valid; };
 
 const Case kCases[] = {
     {Uint, "", 0, 10, true},           // empty reads 0
-    {Uint, "", 1, 10, false},
-    {Uint, nullptr, 0, 0, true},
+    {Uint, "", 1, 10, false}, {Uint, nullptr, 0, 0, true},
     {Uint, "10", 1, 10, true},         // both bounds belong to the range
-    {Uint, "1", 1, 10, true},
-    {Uint, "11", 1, 10, false},
-    {Uint, "0", 1, 10, false},
+    {Uint, "1", 1, 10, true}, {Uint, "11", 1, 10, false}, {Uint, "0", 1, 10, false},
     {Uint, "-1", 0, 10, false},        // sign and blanks are no digits
-    {Uint, " 5", 0, 10, false},
-    {Uint, "5 ", 0, 10, false},
+    {Uint, " 5", 0, 10, false}, {Uint, "5 ", 0, 10, false},
     {Uint, "4294967297", 0, 10, true}, // 32 bits wrap: reads 1
     {Uint, "4294967295", 0, 0xFFFFFFFF, true},
     {Uint, "3000000000", 0, 0xFFFFFFFF, true}, // unsigned comparison
     {Real, "", 0, 5, true},
     {Real, "...", 7, 9, true},         // only stops: no part
-    {Real, "5", 0, 5, true},
-    {Real, "1", 1, 5, true},
+    {Real, "5", 0, 5, true}, {Real, "1", 1, 5, true},
     {Real, "5.0", 0, 5, true},         // a zero fraction at the upper bound
-    {Real, "5.00a", 0, 5, true},
-    {Real, "5.5", 0, 5, false},
-    {Real, "5.05", 0, 5, false},
-    {Real, "4.99", 0, 5, true},
+    {Real, "5.00a", 0, 5, true}, {Real, "5.5", 0, 5, false}, {Real, "5.05", 0, 5, false}, {Real, "4.99", 0, 5, true},
     {Real, "6", 0, 5, false},
     {Real, "0.5", 1, 5, false},        // the integer part is held to low
     {Real, "5.", 0, 5, false},         // one part: the whole text must be digits
@@ -65,24 +52,14 @@ TEST(Validators, AcceptExactlyTheDocumentedTexts)
     }
 }
 
-struct Length {
-    uint32_t value, metric;
-    const char *separator, *text;
-};
+struct Length { uint32_t value, metric; const char *separator, *text; };
 
 const Length kLengths[] = {
-    {0, 0, ".", "0.000"},
-    {254, 0, ".", "1.000"},
-    {1234, 0, ".", "4.858"},
-    {4294967, 0, ".", "16909.318"},
+    {0, 0, ".", "0.000"}, {254, 0, ".", "1.000"}, {1234, 0, ".", "4.858"}, {4294967, 0, ".", "16909.318"},
     {4294968, 0, ".", "0.002"},     // value * 1000 wraps
-    {0, 1, ".", "0.00"},
-    {254, 1, ",", "2,54"},
-    {1234, 1, ".", "12.34"},
-    {4294967, 1, ".", "42949.67"},
+    {0, 1, ".", "0.00"}, {254, 1, ",", "2,54"}, {1234, 1, ".", "12.34"}, {4294967, 1, ".", "42949.67"},
     {4294968, 1, ".", "42949.68"},  // no wrap in centimetres
-    {0xFFFFFFFF, 1, "", "4294967295"},
-    {254, 0, "<separator-longer-than-15>", "1<separator-long000"},
+    {0xFFFFFFFF, 1, "", "4294967295"}, {254, 0, "<separator-longer-than-15>", "1<separator-long000"},
     {254, 0, nullptr, "1000"},
 };
 
@@ -110,20 +87,14 @@ TEST(LengthRead, ReadsBackEveryLengthTextBelowTheWrapInBothUnits)
     }
 }
 
-struct Reading {
-    const char *text;
-    uint32_t metric;
-    bool ok;
-    uint32_t value;
-};
+struct Reading { const char *text; uint32_t metric; bool ok; uint32_t value; };
 
 const Reading kReadings[] = {
     {" \t1,000 ", 0, true, 254},          // the user's separator, blanks around
     {"1.5", 0, true, 381},                 // a full stop always does
     {"2,54", 1, true, 254},
     {"12", 1, true, 1200},                 // no fraction
-    {"12,", 1, true, 1200},
-    {",5", 1, true, 50},
+    {"12,", 1, true, 1200}, {",5", 1, true, 50},
     {"0.002", 0, true, 1},                 // 0.508 rounds up
     {"0.001", 0, true, 0},                 // 0.254 rounds down
     {"0.0019685039370078740", 0, true, 0}, // just below half a tenth: every digit counts
@@ -131,14 +102,8 @@ const Reading kReadings[] = {
     {"0.005", 1, true, 1},                 // exactly half rounds up
     {"42949672,95", 1, true, 0xFFFFFFFF},
     {"42949672,96", 1, false, 0},          // past 32 bits
-    {"16909320,6", 0, false, 0},
-    {"99999999999999999999", 1, false, 0},
-    {"", 1, false, 0},
-    {",", 1, false, 0},
-    {"1,2,3", 1, false, 0},
-    {"-1", 1, false, 0},
-    {"1 2", 1, false, 0},
-    {"12cm", 1, false, 0},
+    {"16909320,6", 0, false, 0}, {"99999999999999999999", 1, false, 0}, {"", 1, false, 0}, {",", 1, false, 0},
+    {"1,2,3", 1, false, 0}, {"-1", 1, false, 0}, {"1 2", 1, false, 0}, {"12cm", 1, false, 0},
 };
 
 TEST(LengthRead, AcceptsOnlyDigitsAroundOneSeparatorAndRounds)

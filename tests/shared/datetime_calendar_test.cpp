@@ -16,10 +16,7 @@ namespace {
 
 using testhelp::make;
 
-bool same(const OSDateTime &a, const OSDateTime &b)
-{
-    return memcmp(&a, &b, sizeof a) == 0;
-}
+bool same(const OSDateTime &a, const OSDateTime &b) { return memcmp(&a, &b, sizeof a) == 0; }
 
 /* Seconds since 1 January 1800, by the day number the first test checks. */
 int64_t secondsOf(const OSDateTime &t)
@@ -55,12 +52,7 @@ TEST(Calendar, EveryDayOfTheRangeAgreesWithAPlainWalk)
 
 TEST(Calendar, ValidityNamesTheFirstBadFieldWithItsRange)
 {
-    struct Case {
-        OSDateTime t;
-        bool valid, dtValid;
-        RV code;
-        uint32_t value, low, high;
-    } cases[] = {
+    struct Case { OSDateTime t; bool valid, dtValid; RV code; uint32_t value, low, high; } cases[] = {
         {make(1800, 1, 1), true, false, 0, 0, 0, 0}, // only the control rule refuses 1800
         {make(1799, 12, 31), false, false, RV_YearRange, 1799, 1800, 2101},
         {make(2000, 13, 40), false, false, RV_MonthRange, 13, 1, 12},
@@ -131,11 +123,7 @@ TEST(Calendar, EveryUnitCarriesOnAGridAroundItsBoundaries)
 
 TEST(Calendar, MixedAdjustmentsApplySmallestUnitFirst)
 {
-    struct Case {
-        OSDateTime start;
-        int32_t years, months, days, hours, bias;
-        OSDateTime expected;
-    } cases[] = {
+    struct Case { OSDateTime start; int32_t years, months, days, hours, bias; OSDateTime expected; } cases[] = {
         {make(2000, 1, 31), 0, 1, 1, 0, 0, make(2000, 3, 1)}, // days counted before the month moves
         {make(2000, 5, 5, 22), 0, 0, 0, 1, 1, make(2000, 5, 6, 0)}, // biasHours adds to hours
         {make(2000, 1, 1), 0, 0, 146097, 0, 0, make(2400, 1, 1)},    // beyond the range, still the calendar
@@ -155,10 +143,7 @@ TEST(Calendar, MixedAdjustmentsApplySmallestUnitFirst)
 
 TEST(Calendar, DifferencesCarryTheSignInEveryPart)
 {
-    struct Case {
-        OSDateTime a, b;
-        int32_t parts[4];
-    } cases[] = {
+    struct Case { OSDateTime a, b; int32_t parts[4]; } cases[] = {
         {make(2000, 5, 5, 10, 0), make(2000, 5, 5, 9, 30), {0, 0, -30, 0}},
         {make(2000, 5, 5, 9, 30), make(2000, 5, 6, 11, 31, 2), {1, 2, 1, 2}},
         {make(2000, 5, 5, 10), make(2000, 5, 5, 10, 0, 0, 2), {0, 2, 0, 0}}, // the bias counts as hours

@@ -33,15 +33,11 @@ protected:
     }
 };
 
-const char kText1[] = "first text";
-const char kText2[] = "second text";
+const char kText1[] = "first text", kText2[] = "second text";
 
 /* Each code's argument rule, from the table of result codes, and a code
    beyond the table, which reads nothing. */
-struct ArgRule {
-    RV code;
-    ArgOp ops[kMaxArgs];
-};
+struct ArgRule { RV code; ArgOp ops[kMaxArgs]; };
 const ArgRule kRules[] = {
 #define QV_ARGS_NAMED(value, name, mode, args, shown, doc) {value, {QV_UNPAREN args}},
 #define QV_ARGS_UNNAMED(value, mode, args, shown, doc) {value, {QV_UNPAREN args}},
@@ -88,9 +84,8 @@ TEST_F(ErrorRecording, EachCodeReadsItsOwnArguments)
 
         EXPECT_EQ(OSErrorGetErrorValue(), rule.code);
         EXPECT_EQ(info->IsSet, 1u);
-        EXPECT_STREQ(info->Detail, detail);
-        EXPECT_STREQ(info->Member, member);
-        EXPECT_STREQ(info->Text2, text2);
+        EXPECT_EQ(std::string(info->Detail) + "|" + info->Member + "|" + info->Text2,
+                  std::string(detail) + "|" + member + "|" + text2);
         for (int i = 0; i < 8; i++)
             EXPECT_EQ(params[i], expected[i]) << "Param" << i;
     }
@@ -98,14 +93,9 @@ TEST_F(ErrorRecording, EachCodeReadsItsOwnArguments)
 
 TEST_F(ErrorRecording, SystemErrorsNarrowToWhatWentWrongWithTheFile)
 {
-    const struct {
-        uint32_t osError;
-        RV recorded;
-        const char *detail;
-    } cases[] = {
+    const struct { uint32_t osError; RV recorded; const char *detail; } cases[] = {
         {2, RV_NoFile, kText1},       {3, RV_BadPath, kText1},   {5, RV_AccessDenied, kText1},
-        {19, RV_WriteProtect, kText1}, {65, RV_NetworkAccessDenied, kText1},
-        {123, RV_InvalidPlatformFile, kText1},
+        {19, RV_WriteProtect, kText1}, {65, RV_NetworkAccessDenied, kText1}, {123, RV_InvalidPlatformFile, kText1},
         // Only these system errors concern a file worth naming.
         {32, RV_OSError, kText1}, {4, RV_OSError, kText1}, {6, RV_OSError, ""},
     };

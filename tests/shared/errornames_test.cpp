@@ -8,10 +8,7 @@
 
 namespace {
 
-struct NameCase {
-    uint32_t code;
-    const char *name;
-};
+struct NameCase { uint32_t code; const char *name; };
 
 TEST(ErrorNames, ResultCodes)
 {

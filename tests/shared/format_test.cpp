@@ -17,32 +17,20 @@ namespace {
 
 #define P(x) static_cast<uint32_t>(reinterpret_cast<uintptr_t>(x))
 
-struct Row {
-    const char *format;
-    uint32_t a, b;
-    const char *expected;
-};
+struct Row { const char *format; uint32_t a, b; const char *expected; };
 
 const char kAnn[] = "Ann";
 const char kAbcdef[] = "abcdef";
 
 const Row kConversions[] = {
-    {"%d|%i", static_cast<uint32_t>(-42), 7, "-42|7"},
-    {"%5d|%-5d|", 42, 42, "   42|42   |"},
+    {"%d|%i", static_cast<uint32_t>(-42), 7, "-42|7"}, {"%5d|%-5d|", 42, 42, "   42|42   |"},
     {"%05d|%.5d", static_cast<uint32_t>(-42), static_cast<uint32_t>(-42), "-0042|-0042"},
-    {"%.3d|%3.1d", 7, 7, "007|  7"},
-    {"%u|%lu", 0xFFFFFFFFu, 12, "4294967295|12"},
-    {"%hd|%ld", 70000, static_cast<uint32_t>(-1), "70000|-1"},
-    {"%x|%X", 255, 0xABCDEFu, "ff|ABCDEF"},
-    {"%#x|%#X", 255, 255, "0xff|0XFF"},
-    {"%#6x|%08X", 255, 255, "    0xff|000000FF"},
-    {"%p|%c", 0x1234, 'A', "00001234|A"},
-    {"%3c|%-3c|", 'x', 'y', "  x|y  |"},
-    {"%s|%.2s", P(kAnn), P(kAbcdef), "Ann|ab"},
-    {"%-6s|%6.2s", P(kAnn), P(kAbcdef), "Ann   |    ab"},
-    {"%s", 0, 0, "(null)"},
-    {"100%% %z|%5z|%-5z", 0, 0, "100% z|     z|z"},
-    {"%", 0, 0, ""},
+    {"%.3d|%3.1d", 7, 7, "007|  7"}, {"%u|%lu", 0xFFFFFFFFu, 12, "4294967295|12"},
+    {"%hd|%ld", 70000, static_cast<uint32_t>(-1), "70000|-1"}, {"%x|%X", 255, 0xABCDEFu, "ff|ABCDEF"},
+    {"%#x|%#X", 255, 255, "0xff|0XFF"}, {"%#6x|%08X", 255, 255, "    0xff|000000FF"},
+    {"%p|%c", 0x1234, 'A', "00001234|A"}, {"%3c|%-3c|", 'x', 'y', "  x|y  |"},
+    {"%s|%.2s", P(kAnn), P(kAbcdef), "Ann|ab"}, {"%-6s|%6.2s", P(kAnn), P(kAbcdef), "Ann   |    ab"},
+    {"%s", 0, 0, "(null)"}, {"100%% %z|%5z|%-5z", 0, 0, "100% z|     z|z"}, {"%", 0, 0, ""},
 };
 
 TEST(Formatting, ConversionsMatchThePlatformFormatter)
@@ -60,22 +48,13 @@ TEST(Formatting, ConversionsMatchThePlatformFormatter)
     }
 }
 
-struct Positional {
-    const char *format;
-    uint32_t a, b;
-    int room;
-    const char *expected;
-};
+struct Positional { const char *format; uint32_t a, b; int room; const char *expected; };
 
 const Positional kPositional[] = {
-    {"@2%s owes @1%d", 7, P(kAnn), 100, "Ann owes 7"},
-    {"@1%d@1%d", 3, 0, 100, "33"},
-    {"@2%-8s|@1%05d", 42, P(kAbcdef), 100, "abcdef  |00042"},
-    {"@2%.2s@1%#x", 255, P(kAbcdef), 100, "ab0xff"},
-    {"@2%s owes @1%d", 7, P(kAnn), 5, "Ann o"},
-    {"%s-%d", P(kAnn), 9, 100, "Ann-9"},
-    {"mail @ home, @0%d @x", 5, 0, 100, "mail @ home, @05 @x"},
-    {"abc@1%", 5, 0, 100, "abc"},
+    {"@2%s owes @1%d", 7, P(kAnn), 100, "Ann owes 7"}, {"@1%d@1%d", 3, 0, 100, "33"},
+    {"@2%-8s|@1%05d", 42, P(kAbcdef), 100, "abcdef  |00042"}, {"@2%.2s@1%#x", 255, P(kAbcdef), 100, "ab0xff"},
+    {"@2%s owes @1%d", 7, P(kAnn), 5, "Ann o"}, {"%s-%d", P(kAnn), 9, 100, "Ann-9"},
+    {"mail @ home, @0%d @x", 5, 0, 100, "mail @ home, @05 @x"}, {"abc@1%", 5, 0, 100, "abc"},
     {"%s", P(kAbcdef), 0, 0, ""},
 };
 

@@ -31,15 +31,9 @@ int64_t daysFromCivil(int64_t y, int64_t m, int64_t d)
     return (y / 400) * 146097 + yoe * 365 + yoe / 4 - yoe / 100 + doy - 657377; // 1800-01-01 is day 0
 }
 
-int64_t columnOf(int64_t n, uint32_t weekStart)
-{
-    return ((n + 3) % 7 - weekStart + 7) % 7;
-}
+int64_t columnOf(int64_t n, uint32_t weekStart) { return ((n + 3) % 7 - weekStart + 7) % 7; }
 
-int daysIn(int y, int m)
-{
-    return static_cast<int>(daysFromCivil(y + m / 12, m % 12 + 1, 1) - daysFromCivil(y, m, 1));
-}
+int daysIn(int y, int m) { return static_cast<int>(daysFromCivil(y + m / 12, m % 12 + 1, 1) - daysFromCivil(y, m, 1)); }
 
 /* The usual count: a week belongs to the year holding its fourth day. */
 uint32_t usualWeek(int64_t n, int year, uint32_t weekStart)
@@ -72,10 +66,7 @@ TEST_F(MonthGrid, WeekNumbersAgreeWithTheUsualCount)
 
 TEST_F(MonthGrid, WeekNumbersAtTheEdges)
 {
-    struct Case {
-        int y, m, d;
-        uint32_t weekStart, week;
-    } const cases[] = {
+    struct Case { int y, m, d; uint32_t weekStart, week; } const cases[] = {
         {1800, 1, 1, 1, 1}, {1800, 1, 8, 1, 2}, {1800, 12, 31, 0, 53}, // 1800 counts from 1 January
     };
     for (const Case &c : cases) {
@@ -153,11 +144,8 @@ TEST_F(MonthGrid, RowsAndTheCellsWalksVisit)
 TEST_F(MonthGrid, TheCallbackStopsOrAbortsTheWalk)
 {
     const OSDateTime date = make(2024, 3, 5);
-    struct Case {
-        uint32_t at, answer;
-        BOOL result;
-        size_t calls;
-    } const cases[] = {{0, 0, 1, 1}, {0, 0xFFFFFFFFu, 0, 1}, {9, 0, 1, 10}, {34, 0xFFFFFFFFu, 0, 35}, {~0u, 1, 1, 42}};
+    struct Case { uint32_t at, answer; BOOL result; size_t calls; } const cases[] = {
+        {0, 0, 1, 1}, {0, 0xFFFFFFFFu, 0, 1}, {9, 0, 1, 10}, {34, 0xFFFFFFFFu, 0, 35}, {~0u, 1, 1, 42}};
     for (const Case &c : cases) {
         Walk walk;
         walk.answerAt = c.at;

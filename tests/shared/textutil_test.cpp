@@ -62,9 +62,7 @@ TEST(Trimming, TrailingSpacesAndFirstLines)
         EXPECT_STREQ(text, s.out) << '"' << s.in << '"';
     }
     struct Line { const char *in; uint32_t max; const char *out; const char *rest; } lines[] = {
-        {"first\r\nsecond", 100, "first", ""},
-        {"first\nsecond", 100, "first", ""},
-        {"abcdef", 3, "abc", "ef"},
+        {"first\r\nsecond", 100, "first", ""}, {"first\nsecond", 100, "first", ""}, {"abcdef", 3, "abc", "ef"},
         {"abc", 0, "", "bc"},
         {"ab\ncd", 2, "ab", "cd"},  // stopped by max, not by the line end
     };
@@ -82,15 +80,12 @@ TEST(ArgScan, FieldsNumbersQuotesAndMismatches)
     // Destinations by letter: s and t texts, d a number, b and c bytes; the
     // result shows all of them and the flag ("s|t|d|b|c|ok").
     struct Case { const char *input, *format, *destinations, *result; } cases[] = {
-        {"abc,12", "%s,%d", "sd", "abc|x|12|0|0|1"},
-        {"abc;12", "%s,%d", "sd", "abc;12|x|-1|0|0|1"},
+        {"abc,12", "%s,%d", "sd", "abc|x|12|0|0|1"}, {"abc;12", "%s,%d", "sd", "abc;12|x|-1|0|0|1"},
         {"  \"a,b\", 7", "\"%s\", %d", "sd", "a,b|x|7|0|0|1"},
         // A quote in the format where the input has none ends the scan.
-        {"abc", "\"%s\"", "s", "x|x|-1|0|0|0"},
-        {"1;2", "%d,%d", "dd", "x|x|1|0|0|0"},
+        {"abc", "\"%s\"", "s", "x|x|-1|0|0|0"}, {"1;2", "%d,%d", "dd", "x|x|1|0|0|0"},
         // %b keeps its destination unless marked f: the next conversion writes there too.
-        {"7,300", "%b,%fb", "b", "x|x|-1|44|0|1"},
-        {"7,9,yz", "%fb,%fb,%s", "bct", "x|yz|-1|7|9|1"},
+        {"7,300", "%b,%fb", "b", "x|x|-1|44|0|1"}, {"7,9,yz", "%fb,%fb,%s", "bct", "x|yz|-1|7|9|1"},
         {",", "%s,", "t", "x||-1|0|0|1"},
         // An empty input reads nothing; the flag may be null.
         {"", "%s", "t", "x|x|-1|0|0|-9"},
@@ -146,16 +141,9 @@ TEST(Roman, SizeCountsGroupsNotLetters)
    first byte (width 1), 16 bits (2), 32 bits (4), or a 32-bit key at the start
    of a 12-byte record whose tail must travel with it. */
 template <size_t W>
-struct Element {
-    unsigned char bytes[W];
-};
+struct Element { unsigned char bytes[W]; };
 template <size_t W>
-uint32_t keyOf(const void *e)
-{
-    uint32_t key = 0;
-    memcpy(&key, e, W < 4 ? W : 4);
-    return key;
-}
+uint32_t keyOf(const void *e) { uint32_t key = 0; memcpy(&key, e, W < 4 ? W : 4); return key; }
 int Comparisons;
 template <size_t W>
 int QVCALLBACK compareKeys(const void *a, const void *b)
@@ -209,13 +197,10 @@ TEST(Sort, EqualKeysEndWhereFirstElementPivotsPutThem)
     // both scans stop at elements equal to it.  A pivot taken from anywhere
     // else leaves equal keys in another order ("cba" for the first row).
     struct Case { const char *keys, *tags, *sortedTags; int comparisons; } cases[] = {
-        {"110", "abc", "cab", 5},
-        {"21210", "abcde", "edbac", 9},
-        {"313213", "abcdef", "bedfac", 12},
+        {"110", "abc", "cab", 5}, {"21210", "abcde", "edbac", 9}, {"313213", "abcdef", "bedfac", 12},
         // Ranges left holding one key are finished without comparisons but
         // must move their elements exactly as the comparing partitions did.
-        {"2111111111", "abcdefghij", "ghfijbceda", 0},
-        {"1211111", "abcdefg", "fegacdb", 0},
+        {"2111111111", "abcdefghij", "ghfijbceda", 0}, {"1211111", "abcdefg", "fegacdb", 0},
     };
     for (const Case &c : cases) {
         const size_t n = strlen(c.keys);
@@ -263,10 +248,7 @@ TEST(Sort, InputThatDefeatsFirstElementPivotsStaysNearNLogN)
    as to make the sort's choices as bad as possible for it, yet never
    contradicting an earlier answer.  Any quicksort, whatever its pivots,
    goes quadratic against it unless something bounds it. */
-struct Adversary {
-    std::vector<uint32_t> value;
-    uint32_t gas, solid = 0, candidate = 0;
-};
+struct Adversary { std::vector<uint32_t> value; uint32_t gas, solid = 0, candidate = 0; };
 Adversary *Foe;
 int QVCALLBACK compareAdversary(const void *a, const void *b)
 {
@@ -314,12 +296,11 @@ TEST(Sort, TheLongFormReceivesAddressesAndBadArgumentsAreRefused)
     int32_t items[] = {5, -3, 9, 0, -3};
     QSortLong(items, 5, 4, compareLongs);
     EXPECT_EQ(std::vector<int32_t>(items, items + 5), (std::vector<int32_t>{-3, -3, 0, 5, 9}));
-    OSErrorClearError();
-    QSort(items, 5, 0, compareKeys<4>);
-    EXPECT_EQ(OSErrorGetErrorValue(), static_cast<RV>(RV_BadParms));
-    OSErrorClearError();
-    QSort(items, 0x40000000, 8, compareKeys<4>);
-    EXPECT_EQ(OSErrorGetErrorValue(), static_cast<RV>(RV_BadParms));
+    for (auto [count, width] : {std::pair{5u, 0u}, {0x40000000u, 8u}}) {
+        OSErrorClearError();
+        QSort(items, count, width, compareKeys<4>);
+        EXPECT_EQ(OSErrorGetErrorValue(), static_cast<RV>(RV_BadParms)) << count;
+    }
     OSErrorClearError();
 }
 

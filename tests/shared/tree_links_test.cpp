@@ -8,6 +8,7 @@
 #include <string.h>
 
 #include <algorithm>
+#include <array>
 #include <random>
 #include <vector>
 
@@ -19,16 +20,8 @@ namespace {
 class TreeLinks : public ::testing::Test {
 protected:
     uint32_t savedMode = 0;
-    void SetUp() override
-    {
-        savedMode = OSErrorSetErrorMode(RV_TreeBroken, 2);
-        OSErrorClearError();
-    }
-    void TearDown() override
-    {
-        OSErrorClearError();
-        OSErrorSetErrorMode(RV_TreeBroken, savedMode);
-    }
+    void SetUp() override { savedMode = OSErrorSetErrorMode(RV_TreeBroken, 2); OSErrorClearError(); }
+    void TearDown() override { OSErrorClearError(); OSErrorSetErrorMode(RV_TreeBroken, savedMode); }
 };
 
 /* A few nodes and a small tree to start from. */
@@ -46,10 +39,8 @@ protected:
     }
     void expectLinks(int i, OSTreeNode *prev, OSTreeNode *next, OSTreeNode *parent, OSTreeNode *child)
     {
-        EXPECT_EQ(n[i].Prev, prev) << "node " << i;
-        EXPECT_EQ(n[i].Next, next) << "node " << i;
-        EXPECT_EQ(n[i].Parent, parent) << "node " << i;
-        EXPECT_EQ(n[i].FirstChild, child) << "node " << i;
+        const std::array links{n[i].Prev, n[i].Next, n[i].Parent, n[i].FirstChild};
+        EXPECT_EQ(links, (std::array{prev, next, parent, child})) << "node " << i;
     }
 };
 
@@ -97,10 +88,7 @@ TEST_F(TreeShapes, RefusedRequestsRecordABrokenTreeAndChangeNothing)
     OSTreeNode before[6];
     memcpy(before, n, sizeof n);
     OSTreeNode *const rootBefore = root;
-    struct Case {
-        const char *what;
-        int result;
-    } const cases[] = {
+    struct Case { const char *what; int result; } const cases[] = {
         {"remove a node in no tree", OSTreeRemoveNode(&root, &n[5])},
         {"insert before itself", OSTreeInsertBeforeNode(&root, &n[2], &n[2])},
         {"insert after itself by default", OSTreeInsertAfterNode(&root, nullptr, &n[2])},
@@ -109,10 +97,9 @@ TEST_F(TreeShapes, RefusedRequestsRecordABrokenTreeAndChangeNothing)
         {"insert no node", OSTreeInsertAfterNode(&root, &n[0], nullptr)},
         {"no root pointer", OSTreeRemoveNode(nullptr, &n[0])},
     };
-    for (const Case &c : cases) {
-        // Each case ran in the table's initialiser; the first recorded error stays.
+    // Each case ran in the table's initialiser; the first recorded error stays.
+    for (const Case &c : cases)
         EXPECT_EQ(c.result, 0) << c.what;
-    }
     EXPECT_EQ(OSErrorGetErrorValue(), RV_TreeBroken);
     EXPECT_EQ(memcmp(before, n, sizeof n), 0);
     EXPECT_EQ(root, rootBefore);
@@ -130,10 +117,7 @@ uint32_t QVCALLBACK visit(OSTreeNode *node, uint32_t data)
     Visited.push_back(node);
     return Visited.size() == StopAt ? 0 : data + static_cast<uint32_t>(Visited.size());
 }
-OSTreeNode *QVCALLBACK backwards(OSTreeNode *node, OSTreeVisitFunc, uint32_t)
-{
-    return node->Prev;
-}
+OSTreeNode *QVCALLBACK backwards(OSTreeNode *node, OSTreeVisitFunc, uint32_t) { return node->Prev; }
 OSTreeNode *QVCALLBACK stopAtN2(OSTreeNode *node, OSTreeVisitFunc, uint32_t)
 {
     return node->Next && node->Next->Next ? node->Next : reinterpret_cast<OSTreeNode *>(~uintptr_t{0});
@@ -151,8 +135,7 @@ TEST_F(TreeShapes, WalksAndTheirStops)
         std::vector<int> order;
     } const cases[] = {
         {"children first", root, nullptr, 0, 104, {0, 3, 1, 2}},
-        {"third visit says stop", root, nullptr, 3, 0, {0, 3, 1}},
-        {"from a child", &n[3], nullptr, 0, 101, {3}},
+        {"third visit says stop", root, nullptr, 3, 0, {0, 3, 1}}, {"from a child", &n[3], nullptr, 0, 101, {3}},
         {"a next function instead", &n[2], backwards, 0, 103, {2, 1, 0}},
         {"next of -1 stops before the visit", root, stopAtN2, 0, 0, {0}},
         {"nothing to walk", nullptr, nullptr, 0, 0, {}},

@@ -33,10 +33,7 @@ inline std::vector<Box> Seen;
 /* An open-file dialog the hook answered (it is told from a box by its file
    name combo box, cmb13): its title, its first filter, and how many boxes
    came before it. */
-struct FileDialog {
-    std::string title, firstFilter;
-    size_t boxesBefore;
-};
+struct FileDialog { std::string title, firstFilter; size_t boxesBefore; };
 inline std::vector<FileDialog> FileDialogs;
 /* The file the hook chooses in open-file dialogs; empty cancels them. */
 inline std::string FileAnswer;
@@ -112,24 +109,13 @@ inline bool start(int answer = IDOK)
     return Hook != nullptr;
 }
 
-inline void stop()
-{
-    UnhookWindowsHookEx(Hook);
-    Hook = nullptr;
-}
+inline void stop() { UnhookWindowsHookEx(Hook); Hook = nullptr; }
 
 /* Answers later open-file dialogs with `path` (empty: cancel); forgets earlier ones. */
-inline void answerFiles(const std::string &path)
-{
-    FileDialogs.clear();
-    FileAnswer = path;
-}
+inline void answerFiles(const std::string &path) { FileDialogs.clear(); FileAnswer = path; }
 
 /* Notes, for each later box, whether `window` was enabled while it was up. */
-inline void watch(HWND window)
-{
-    Watched = window;
-}
+inline void watch(HWND window) { Watched = window; }
 
 } // namespace boxhook
 

@@ -138,10 +138,7 @@ TEST_F(Picker, ClickOpensThePaletteAndAClickOnACellPicksIt)
 
 /* The combo painted into a white memory bitmap: the swatch's middle colour
    and whether any text ink lies right of the swatch. */
-struct Painted {
-    COLORREF swatch;
-    bool named;
-};
+struct Painted { COLORREF swatch; bool named; };
 
 Painted paint(HWND combo)
 {

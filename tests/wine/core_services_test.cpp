@@ -38,13 +38,7 @@ TEST_F(CoreServices, ResourceStringsAreCutToTheBufferAndMissingOnesRecorded)
     EXPECT_EQ(OSErrorGetErrorValue(), RV_BadParms);
 }
 
-struct HelpSeen {
-    UINT message;
-    int calls;
-    WPARAM command;
-    LPARAM data;
-    LRESULT answer;
-} helpSeen;
+struct HelpSeen { UINT message; int calls; WPARAM command; LPARAM data; LRESULT answer; } helpSeen;
 
 LRESULT CALLBACK helpAnswerer(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
@@ -105,10 +99,7 @@ INT_PTR CALLBACK endAtOnce(HWND dialog, UINT message, WPARAM, LPARAM lParam)
     return FALSE;
 }
 
-INT_PTR CALLBACK keepOpen(HWND, UINT message, WPARAM, LPARAM)
-{
-    return message == WM_INITDIALOG;
-}
+INT_PTR CALLBACK keepOpen(HWND, UINT message, WPARAM, LPARAM) { return message == WM_INITDIALOG; }
 
 TEST_F(CoreServices, DialogsComeFromTheResourceLibrary)
 {

@@ -15,20 +15,11 @@ constexpr int kStripId = 1000, kUnder = 304, kEditIn = 301, kEditOut = 302;
 constexpr int kNameEdit = 401, kShared = 402, kGroup = 403, kCombo = 404, kOnlyB = 405;
 constexpr UINT kNone = 0xFFFFFFFF;
 
-HINSTANCE self()
-{
-    return GetModuleHandleA(nullptr);
-}
+HINSTANCE self() { return GetModuleHandleA(nullptr); }
 
-HMODULE library()
-{
-    return GetModuleHandleA("qviso32.dll");
-}
+HMODULE library() { return GetModuleHandleA("qviso32.dll"); }
 
-bool visibleBit(HWND w)
-{
-    return (GetWindowLongA(w, GWL_STYLE) & WS_VISIBLE) != 0;
-}
+bool visibleBit(HWND w) { return (GetWindowLongA(w, GWL_STYLE) & WS_VISIBLE) != 0; }
 
 BOOL CALLBACK countOne(HWND, LPARAM count)
 {
@@ -135,10 +126,7 @@ protected:
 /* ---- notifications ------------------------------------------------------ */
 
 enum Op { Select, Hide, Right, Left };
-struct Step {
-    Op op;
-    UINT arg;
-};
+struct Step { Op op; UINT arg; };
 struct Sequence {
     const char *name;
     std::vector<Step> steps; /* on tabs 1..4 of addFour, 1 current */
@@ -150,8 +138,7 @@ TEST_F(Tabs, NotificationSequencesFollowEachChange)
 {
     const Sequence sequences[] = {
         {"reselecting the current tab", {{Select, 1}}, {100}, 1},
-        {"an id no tab has", {{Select, 77}}, {100, 200}, kNone},
-        {"the last tab", {{Select, kNone}}, {100, 200}, 4},
+        {"an id no tab has", {{Select, 77}}, {100, 200}, kNone}, {"the last tab", {{Select, kNone}}, {100, 200}, 4},
         {"right arrow", {{Right, 0}}, {100, 200}, 2},
         {"right arrow over a hidden tab", {{Hide, 2}, {Right, 0}}, {100, 200, 100, 200}, 3},
         {"right arrow from the last tab", {{Select, 4}, {Right, 0}}, {100, 200}, 4},
@@ -202,11 +189,7 @@ TEST_F(Tabs, SwitchesShowEnableMoveAndRelabelTheControls)
     HWND shared = item(kShared);
     ASSERT_TRUE(shared);
     /* Each row: the tab made current, then which controls show. */
-    struct Row {
-        UINT tab;
-        bool nameEdit, onlyB, in, out;
-        const char *sharedText;
-    } const rows[] = {
+    struct Row { UINT tab; bool nameEdit, onlyB, in, out; const char *sharedText; } const rows[] = {
         {1, true, false, false, true, "Shared A"}, {2, false, true, false, true, "Shared B"},
         {3, false, false, true, true, nullptr},    {4, false, false, false, false, nullptr},
         {1, true, false, false, true, "Shared A"},
@@ -305,13 +288,8 @@ TEST_F(Tabs, ClicksChooseTabsAndPassThroughOutsideThem)
     addFour();
     std::vector<RECT> rects = tabRects({"Alpha", "Beta", "In", "Out"});
     /* In the overlap the earlier tab wins. */
-    struct Click {
-        int x;
-        UINT current;
-    } const clicks[] = {
-        {(rects[1].left + rects[1].right) / 2, 2},
-        {rects[1].left + 2, 1},
-        {rects[3].right - 1, 4},
+    struct Click { int x; UINT current; } const clicks[] = {
+        {(rects[1].left + rects[1].right) / 2, 2}, {rects[1].left + 2, 1}, {rects[3].right - 1, 4},
         {rects[2].left + 7, 3},
     };
     for (const Click &c : clicks) {
@@ -359,12 +337,7 @@ TEST_F(Tabs, ArrowKeysReachTheStripThroughTheDialogManager)
 TEST_F(Tabs, FailedAddsRecordTheirCodeAndLeaveNoWindows)
 {
     ASSERT_TRUE(Tab_AddDialogTab(strip, "Alpha", 1, self(), MAKEINTRESOURCEA(200)));
-    struct Failure {
-        const char *name;
-        LPCSTR label;
-        LPCSTR templateName;
-        RV code;
-    } const failures[] = {
+    struct Failure { const char *name; LPCSTR label; LPCSTR templateName; RV code; } const failures[] = {
         {"missing template", "X", MAKEINTRESOURCEA(999), RV_UserError},
         {"missing string", MAKEINTRESOURCEA(901), MAKEINTRESOURCEA(201), RV_StringNonExistant},
         {"unregistered class", "X", MAKEINTRESOURCEA(202), RV_UserError},
@@ -454,11 +427,7 @@ TEST_F(Tabs, TabsArePaintedInTheSystemColours)
 
 /* ---- subclassing ------------------------------------------------------------ */
 
-struct GaugeCall {
-    UINT message;
-    WPARAM wp;
-    LPARAM lp;
-};
+struct GaugeCall { UINT message; WPARAM wp; LPARAM lp; };
 std::vector<GaugeCall> GaugeCalls;
 bool SubclassedAtInit;
 
@@ -569,14 +538,8 @@ TEST_F(Subclass, DialogsOpenCentredOverTheOwnersWindowOrTheScreen)
     RECT area;
     GetClientRect(owner, &area);
     MapWindowPoints(owner, nullptr, reinterpret_cast<POINT *>(&area), 2);
-    struct Case {
-        const char *name;
-        int templateId;
-        bool owned, minimised;
-    } const cases[] = {
-        {"over the owner", 300, true, false},
-        {"over the screen", 300, false, false},
-        {"too large", 301, false, false},
+    struct Case { const char *name; int templateId; bool owned, minimised; } const cases[] = {
+        {"over the owner", 300, true, false}, {"over the screen", 300, false, false}, {"too large", 301, false, false},
         {"owner minimised", 300, true, true},
     };
     for (const Case &c : cases) {
@@ -659,12 +622,7 @@ TEST_F(Subclass, BitmapCheckBoxesPaintTheGlyphOfTheirStateAndTheBitmap)
         ASSERT_TRUE(UIBitmapCheckBox(GetDlgItem(d, id), picture));
     SetWindowTextA(GetDlgItem(d, 705), "Frame");
 
-    struct State {
-        int id;
-        UINT check;
-        bool enabled;
-        int row, column;
-    } const states[] = {
+    struct State { int id; UINT check; bool enabled; int row, column; } const states[] = {
         {701, BST_UNCHECKED, true, 0, 0}, {701, BST_CHECKED, true, 0, 1},     {702, BST_INDETERMINATE, true, 1, 2},
         {702, BST_CHECKED, false, 1, 3},  {703, BST_CHECKED, true, 2, 1},     {703, BST_UNCHECKED, true, 2, 0},
     };

@@ -30,11 +30,7 @@ struct TempFile {
                              FILE_ATTRIBUTE_NORMAL, nullptr))
     {
     }
-    ~TempFile()
-    {
-        CloseHandle(handle);
-        DeleteFileA(name.c_str());
-    }
+    ~TempFile() { CloseHandle(handle); DeleteFileA(name.c_str()); }
     TempFile(const TempFile &) = delete;
     TempFile &operator=(const TempFile &) = delete;
 };
@@ -106,10 +102,7 @@ TEST_F(Files, RangeHeldByAnotherProcessGivesTwoWithNothingRecorded)
     ASSERT_TRUE(CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &si, &pi));
     ASSERT_EQ(WaitForSingleObject(held, 30000), WAIT_OBJECT_0);
 
-    struct Case {
-        uint32_t offset, length, unlock;
-        int result;
-    } const cases[] = {
+    struct Case { uint32_t offset, length, unlock; int result; } const cases[] = {
         {100, 50, 0, 2}, {140, 100, 0, 2}, {0, 101, 0, 2}, // overlapping the held range
         {0, 100, 0, 1},  {0, 100, 1, 1},                   // beside it: ours to lock and unlock
     };
@@ -138,14 +131,9 @@ TEST_F(Files, LockingFailuresAreRecorded)
     TempFile file("lockfail.dat");
     writeAll(file.handle, pattern(512, 2));
     struct Case {
-        const char *what;
-        HANDLE handle;
-        uint32_t length, unlock;
-        RV recorded;
-        uint32_t osError;
+        const char *what; HANDLE handle; uint32_t length, unlock; RV recorded; uint32_t osError;
     } const cases[] = {
-        {"no length", file.handle, 0, 0, RV_Failure, 0},
-        {"no length to unlock", file.handle, 0, 1, RV_Failure, 0},
+        {"no length", file.handle, 0, 0, RV_Failure, 0}, {"no length to unlock", file.handle, 0, 1, RV_Failure, 0},
         {"no file", INVALID_HANDLE_VALUE, 10, 0, RV_OSError, ERROR_INVALID_HANDLE},
     };
     // (Unlocking a range that is not locked is no use here: Wine answers it
@@ -153,21 +141,17 @@ TEST_F(Files, LockingFailuresAreRecorded)
     for (const Case &c : cases) {
         EXPECT_EQ(OSLocking(c.handle, 0, c.length, c.unlock, "lockfail.dat", "OTHER"), 0) << c.what;
         EXPECT_EQ(OSErrorGetErrorValue(), c.recorded) << c.what;
-        if (c.osError) {
+        if (c.osError)
             EXPECT_EQ(OSErrorGetErrorInfo()->OSError, c.osError) << c.what;
-        }
         OSErrorClearError();
     }
 }
 
 TEST_F(Files, DeleteCommitAndRedirection)
 {
-    const std::string missing = tempPath("missing.dat");
-    const std::string noDir = tempPath("nodir\\missing.dat");
-    struct Case {
-        const char *name;
-        RV recorded;
-    } const cases[] = {{missing.c_str(), RV_NoFile}, {noDir.c_str(), RV_BadPath}, {nullptr, RV_BadParms}};
+    const std::string missing = tempPath("missing.dat"), noDir = tempPath("nodir\\missing.dat");
+    struct Case { const char *name; RV recorded; } const cases[] = {
+        {missing.c_str(), RV_NoFile}, {noDir.c_str(), RV_BadPath}, {nullptr, RV_BadParms}};
     for (const Case &c : cases) {
         EXPECT_EQ(OSDeleteFile(c.name), 0);
         EXPECT_EQ(OSErrorGetErrorValue(), c.recorded);
@@ -201,11 +185,8 @@ TEST_F(Files, CopiesTheAskedSizeFromTheStartWithTheStamps)
 {
     const std::vector<uint8_t> source = pattern(100000, 3);
     const std::vector<uint8_t> old = pattern(5000, 4);
-    struct Case {
-        uint32_t size;
-        size_t resultLength;   /* length of the destination afterwards */
-        size_t sourceBytes;    /* leading bytes that must equal the source's */
-    } const cases[] = {
+    // The destination's length afterwards, and its leading bytes that must equal the source's.
+    struct Case { uint32_t size; size_t resultLength, sourceBytes; } const cases[] = {
         {0, 5000, 0},                  // nothing copied; the old content stays
         {1000, 5000, 1000},            // written over the start only
         {70000, 70000, 70000},         // several 32 KB chunks and a partial one
@@ -225,22 +206,17 @@ TEST_F(Files, CopiesTheAskedSizeFromTheStartWithTheStamps)
         std::vector<uint8_t> copied = readAll(to.handle);
         ASSERT_EQ(copied.size(), c.resultLength) << c.size;
         EXPECT_EQ(memcmp(copied.data(), source.data(), c.sourceBytes), 0) << c.size;
-        if (c.resultLength > c.sourceBytes && c.size < source.size()) {
-            EXPECT_EQ(memcmp(copied.data() + c.sourceBytes, old.data() + c.sourceBytes,
-                             c.resultLength - c.sourceBytes), 0) << c.size;
-        }
+        if (c.resultLength > c.sourceBytes && c.size < source.size())
+            EXPECT_EQ(memcmp(copied.data() + c.sourceBytes, old.data() + c.sourceBytes, c.resultLength - c.sourceBytes),
+                      0) << c.size;
     }
     EXPECT_EQ(OSErrorGetErrorValue(), RV_Success);
 }
 
 TEST_F(Files, FailedReadsAndWritesNameTheirFile)
 {
-    struct Case {
-        DWORD sourceAccess, destinationAccess;
-        const char *named;
-    } const cases[] = {
-        {GENERIC_WRITE, GENERIC_READ | GENERIC_WRITE, "from.dat"},
-        {GENERIC_READ, GENERIC_READ, "to.dat"},
+    struct Case { DWORD sourceAccess, destinationAccess; const char *named; } const cases[] = {
+        {GENERIC_WRITE, GENERIC_READ | GENERIC_WRITE, "from.dat"}, {GENERIC_READ, GENERIC_READ, "to.dat"},
     };
     for (const Case &c : cases) {
         {

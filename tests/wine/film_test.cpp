@@ -34,10 +34,7 @@ void pumpFor(DWORD ms)
 TEST(Film, DrawsTheChosenFrameLeavingOutTheKeyColour)
 {
     Strip strip;
-    struct Row {
-        COLORREF key;
-        uint32_t frame;
-    } rows[] = {{kKey, 0}, {kKey, 3}, {CLR_INVALID, 2}};
+    struct Row { COLORREF key; uint32_t frame; } rows[] = {{kKey, 0}, {kKey, 3}, {CLR_INVALID, 2}};
     for (const Row &row : rows) {
         SCOPED_TRACE(row.frame);
         HQVFILM film = UIFilmCreate(strip.bitmap, kFrames, row.key);

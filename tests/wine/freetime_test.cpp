@@ -21,10 +21,7 @@ OSDateTime at(int hour, int minute)
     return OSDateTime{2026, 3, 2, static_cast<uint8_t>(hour), static_cast<uint8_t>(minute), 0, 0};
 }
 
-FTRange range(int h1, int m1, int h2, int m2)
-{
-    return FTRange{at(h1, m1), at(h2, m2)};
-}
+FTRange range(int h1, int m1, int h2, int m2) { return FTRange{at(h1, m1), at(h2, m2)}; }
 
 /* A FreeTime showing 08:00-12:00 on a plot of `plot` pixels: nameless rows
    leave a label column of 8 pixels. */
@@ -45,10 +42,7 @@ LRESULT addBusy(HWND ft, int row, const FTRange &r)
 }
 
 /* The reason recorded with RV_FreetimeError, 0 for any other code. */
-uint32_t reason()
-{
-    return OSErrorGetErrorValue() == RV_FreetimeError ? OSErrorGetErrorInfo()->Param2 : 0;
-}
+uint32_t reason() { return OSErrorGetErrorValue() == RV_FreetimeError ? OSErrorGetErrorInfo()->Param2 : 0; }
 
 TEST(FreeTime, RefusesBadRangesAndRowsWithTheirReasons)
 {
@@ -122,11 +116,8 @@ TEST(FreeTime, ShadesOnlyColumnsFreeInEveryRowAndAClickPicksItsStart)
                 return true;
         return false;
     };
-    struct {
-        int column;
-        COLORREF bottom;
-        bool bar;
-    } columns[] = {{10, kShade, false}, {29, kShade, false}, {30, window, true},
+    struct { int column; COLORREF bottom; bool bar; } columns[] = {
+        {10, kShade, false}, {29, kShade, false}, {30, window, true},
                    {50, window, true},  {75, window, true},  {76, kShade, false}};
     for (auto &k : columns) {
         EXPECT_EQ(shot.at(8 + k.column, 149), k.bottom) << "column " << k.column;

@@ -8,44 +8,25 @@
 
 namespace {
 
-HINSTANCE library()
-{
-    return GetModuleHandleA("qviso32.dll");
-}
+HINSTANCE library() { return GetModuleHandleA("qviso32.dll"); }
 
-bool registered(const char *name)
-{
-    WNDCLASSA wc;
-    return GetClassInfoA(library(), name, &wc) != 0;
-}
+bool registered(const char *name) { WNDCLASSA wc; return GetClassInfoA(library(), name, &wc) != 0; }
 
 enum Brush { NoBrush, WindowColour, Solid };
-struct Expected {
-    const char *name;
-    UINT style;
-    bool ibeam, noCursor;
-    Brush brush;
-    COLORREF colour;
-};
+struct Expected { const char *name; UINT style; bool ibeam, noCursor; Brush brush; COLORREF colour; };
 constexpr UINT V = CS_VREDRAW, H = CS_HREDRAW, D = CS_DBLCLKS, B = CS_BYTEALIGNWINDOW, G = CS_GLOBALCLASS;
 const Expected kClasses[] = {
-    {"StopWatch", V | H | B | G, false, false, NoBrush, 0},
-    {"Page", V | H | B | G, false, false, WindowColour, 0},
-    {"DialogTab", V | H | D | B | G, false, false, NoBrush, 0},
-    {"Pellow", V | H | D | G, false, false, NoBrush, 0},
+    {"StopWatch", V | H | B | G, false, false, NoBrush, 0}, {"Page", V | H | B | G, false, false, WindowColour, 0},
+    {"DialogTab", V | H | D | B | G, false, false, NoBrush, 0}, {"Pellow", V | H | D | G, false, false, NoBrush, 0},
     {"QvBitmap", V | H | B | G, false, false, NoBrush, 0},
     {"GasGauge", V | H | B | G, false, false, Solid, RGB(255, 255, 255)},
-    {"FieldMapper", V | H | G, false, false, NoBrush, 0},
-    {"FreeTime", V | H | B | G, false, false, WindowColour, 0},
-    {"QvListBox", V | H | G, false, false, NoBrush, 0},
-    {"QvVListBox", V | H | D | B | G, false, false, NoBrush, 0},
-    {"QvDVListBox", V | H | D | B | G, false, false, NoBrush, 0},
-    {"Waffle", V | H | G, true, false, WindowColour, 0},
+    {"FieldMapper", V | H | G, false, false, NoBrush, 0}, {"FreeTime", V | H | B | G, false, false, WindowColour, 0},
+    {"QvListBox", V | H | G, false, false, NoBrush, 0}, {"QvVListBox", V | H | D | B | G, false, false, NoBrush, 0},
+    {"QvDVListBox", V | H | D | B | G, false, false, NoBrush, 0}, {"Waffle", V | H | G, true, false, WindowColour, 0},
     {"TimeTracker", V | H | B | G, false, true, Solid, RGB(0, 129, 129)},
     {"DateTracker", V | H | G, false, false, Solid, RGB(192, 192, 192)},
     {"TimeSetter", V | H | B | G, false, false, Solid, RGB(0, 129, 129)},
-    {"QvCombo", G | CS_SAVEBITS, false, false, NoBrush, 0},
-    {"Tumbler", V | H | G, false, false, WindowColour, 0},
+    {"QvCombo", G | CS_SAVEBITS, false, false, NoBrush, 0}, {"Tumbler", V | H | G, false, false, WindowColour, 0},
     {"SuperText", V | H | G, false, false, Solid, RGB(255, 255, 255)},
 };
 

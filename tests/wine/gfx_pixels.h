@@ -14,15 +14,9 @@
 
 namespace gfx {
 
-inline COLORREF fromBits(uint32_t v)
-{
-    return RGB((v >> 16) & 0xFF, (v >> 8) & 0xFF, v & 0xFF);
-}
+inline COLORREF fromBits(uint32_t v) { return RGB((v >> 16) & 0xFF, (v >> 8) & 0xFF, v & 0xFF); }
 
-inline uint32_t toBits(COLORREF c)
-{
-    return uint32_t(GetRValue(c)) << 16 | uint32_t(GetGValue(c)) << 8 | GetBValue(c);
-}
+inline uint32_t toBits(COLORREF c) { return uint32_t(GetRValue(c)) << 16 | uint32_t(GetGValue(c)) << 8 | GetBValue(c); }
 
 /* A 32-bit DIB section, optionally selected into its own memory DC. */
 struct Surface {
@@ -89,10 +83,7 @@ struct Surface {
 };
 
 /* A background no drawing produces by accident. */
-inline COLORREF backdrop(int x, int y)
-{
-    return RGB(x * 7 & 0xFF, y * 11 & 0xFF, (x + y) * 3 & 0xFF);
-}
+inline COLORREF backdrop(int x, int y) { return RGB(x * 7 & 0xFF, y * 11 & 0xFF, (x + y) * 3 & 0xFF); }
 
 /* Fills every free slot of the handle table with small regions, so that the
    code under test gets exactly the slots released on purpose. */

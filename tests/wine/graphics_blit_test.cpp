@@ -18,20 +18,11 @@ constexpr COLORREF kKey = RGB(255, 0, 255);
 
 /* Key colour at the top-left and on every third diagonal; opaque pixels vary
    in every channel so that a stray XOR or AND shows. */
-bool keyed(int x, int y)
-{
-    return (x + 2 * y) % 3 == 0;
-}
-COLORREF imagePixel(int x, int y)
-{
-    return keyed(x, y) ? kKey : RGB(40 + x * 20, 200 - y * 25, 90 + x * y);
-}
+bool keyed(int x, int y) { return (x + 2 * y) % 3 == 0; }
+COLORREF imagePixel(int x, int y) { return keyed(x, y) ? kKey : RGB(40 + x * 20, 200 - y * 25, 90 + x * y); }
 
 /* A caller's mask transparent on another pattern than the key colour. */
-bool maskBit(int x, int y)
-{
-    return x == y || x == 0;
-}
+bool maskBit(int x, int y) { return x == y || x == 0; }
 HBITMAP makeMask()
 {
     HBITMAP mask = CreateBitmap(kW, kH, 1, 1, nullptr);
@@ -180,10 +171,7 @@ TEST_F(Blit, RecolouringReplacesExactlyOneColourAndNeedsAScreenOrMonoFormat)
 
 /* A picture of a 6 x 5 rectangle drawn at (2, 2): one letter per pixel, '.'
    for the untouched backdrop. */
-struct Picture {
-    const char *name;
-    const char *rows[5];
-};
+struct Picture { const char *name; const char *rows[5]; };
 
 std::string comparePicture(const Surface &s, const char *const rows[5], COLORREF a, COLORREF b)
 {
@@ -196,10 +184,7 @@ std::string comparePicture(const Surface &s, const char *const rows[5], COLORREF
 
 TEST_F(Blit, FramesPaintTheirEdgesInOrderAndKeepTheBackgroundColour)
 {
-    struct Case {
-        UINT flags;
-        Picture picture;
-    };
+    struct Case { UINT flags; Picture picture; };
     const Case cases[] = {
         {0, {"none", {"......", "......", "......", "......", "......"}}},
         {0x000F, {"all", {"AAAAAB", "A....B", "A....B", "A....B", "BBBBBB"}}},

@@ -21,18 +21,9 @@ namespace {
 constexpr int kSW = 14, kSH = 10; /* source DC, mask and background size */
 constexpr int kCX = 9, kCY = 7;   /* the area composed */
 
-COLORREF sourcePixel(int x, int y)
-{
-    return RGB(30 + x * 15, 250 - y * 20, (x * y * 5) & 0xFF);
-}
-bool maskBit(int x, int y)
-{
-    return (x * 3 + y) % 4 == 0 || x == 13;
-}
-COLORREF backgroundPixel(int x, int y)
-{
-    return RGB(100 + y, 7 * x, 60);
-}
+COLORREF sourcePixel(int x, int y) { return RGB(30 + x * 15, 250 - y * 20, (x * y * 5) & 0xFF); }
+bool maskBit(int x, int y) { return (x * 3 + y) % 4 == 0 || x == 13; }
+COLORREF backgroundPixel(int x, int y) { return RGB(100 + y, 7 * x, 60); }
 
 HBITMAP monoFrom(int w, int h, bool (*bit)(int, int))
 {
@@ -49,10 +40,7 @@ HBITMAP monoFrom(int w, int h, bool (*bit)(int, int))
 
 TEST(Compose, MaskAndBackgroundAreReadAsEachFunctionSaysAndMirrorsExactly)
 {
-    struct Case {
-        bool withBitmap, mirror;
-        DWORD rop;
-    };
+    struct Case { bool withBitmap, mirror; DWORD rop; };
     const Case cases[] = {
         {false, false, SRCCOPY}, {false, true, SRCCOPY}, {true, false, SRCCOPY},
         {true, true, SRCCOPY},   {false, false, NOTSRCCOPY},

@@ -37,9 +37,7 @@ Bytes readFile(const std::string &path)
     return Bytes(std::istreambuf_iterator<char>(in), {});
 }
 
-struct ManifestRow {
-    std::string path, outcome;
-};
+struct ManifestRow { std::string path, outcome; };
 std::vector<ManifestRow> manifest()
 {
     std::vector<ManifestRow> rows;
@@ -428,13 +426,8 @@ TEST(Metafile, HostileRecordsStopPlaybackInsteadOfReachingThePlayer)
     /* The records: create brush, select object 0, patblt, end. */
     const size_t select = 18 + 2 * (bits[18] | bits[19] << 8);
     ASSERT_EQ(bits[select + 4] | bits[select + 5] << 8, 0x012D);
-    struct Case {
-        const char *what;
-        size_t at;
-        uint16_t value;
-    } cases[] = {
-        {"object index past the table", select + 6, 7},
-        {"record of size 0", select, 0},
+    struct Case { const char *what; size_t at; uint16_t value; } cases[] = {
+        {"object index past the table", select + 6, 7}, {"record of size 0", select, 0},
         {"record past the end", select, 0x7FFF},
     };
     for (const Case &c : cases) {
@@ -506,10 +499,7 @@ TEST(PictureHandles, RepeatedCallsLoseNoSlot)
     HGLOBAL picture = MF_StreamToMF(st.data(), FALSE);
     Surface s(40, 30);
     RECT rc{0, 0, 40, 30};
-    struct Call {
-        const char *name;
-        void (*run)(HBITMAP, HGLOBAL, HGLOBAL, const Bytes &, Surface &, RECT &);
-    };
+    struct Call { const char *name; void (*run)(HBITMAP, HGLOBAL, HGLOBAL, const Bytes &, Surface &, RECT &); };
     const Call calls[] = {
         {"DibFromBitmap + BitmapFromDib", [](HBITMAP b, HGLOBAL, HGLOBAL, const Bytes &, Surface &, RECT &) {
              HGLOBAL d = DIB_DibFromBitmap(b, 0, 0, nullptr);

@@ -61,21 +61,11 @@ UINT negative() { return OSGetNegativeNumberFormat(); }
 TEST(Locale, EachQueryReadsItsSettingAtEveryCallAndFallsBackWhenUnusable)
 {
     const Case cases[] = {
-        {"sDecimal", ",", decimal, ','},
-        {"sDecimal", "::", decimal, ':'},
-        {"sDecimal", "", decimal, '.'},
-        {"sDecimal", nullptr, decimal, '.'},
-        {"sThousand", ".", thousand, '.'},
-        {"sThousand", nullptr, thousand, ','},
-        {"iCountry", "49", country, 49},
-        {"iCountry", "1000", country, 1},
-        {"iCountry", nullptr, country, 1},
-        {"iMeasure", "0", measure, 0},
-        {"iMeasure", "2", measure, 1},
-        {"iMeasure", nullptr, measure, 1},
-        {"iNegNumber", "4", negative, 4},
-        {"iNegNumber", "5", negative, 1},
-        {"iNegNumber", nullptr, negative, 1},
+        {"sDecimal", ",", decimal, ','}, {"sDecimal", "::", decimal, ':'}, {"sDecimal", "", decimal, '.'},
+        {"sDecimal", nullptr, decimal, '.'}, {"sThousand", ".", thousand, '.'}, {"sThousand", nullptr, thousand, ','},
+        {"iCountry", "49", country, 49}, {"iCountry", "1000", country, 1}, {"iCountry", nullptr, country, 1},
+        {"iMeasure", "0", measure, 0}, {"iMeasure", "2", measure, 1}, {"iMeasure", nullptr, measure, 1},
+        {"iNegNumber", "4", negative, 4}, {"iNegNumber", "5", negative, 1}, {"iNegNumber", nullptr, negative, 1},
     };
     for (const Case &c : cases) {
         SCOPED_TRACE(std::string(c.value) + " = " + (c.text ? c.text : "(deleted)"));

@@ -33,10 +33,7 @@ TEST(OSErrorText, ACodeTheSystemKnowsGivesTheSystemsText)
 TEST(OSErrorText, ACodeTheSystemDoesNotKnowGivesTheTableLine)
 {
     // The lines themselves are tested natively; here, that they are reached.
-    const struct {
-        uint32_t code;
-        const char *line;
-    } cases[] = {
+    const struct { uint32_t code; const char *line; } cases[] = {
         {0x80004003, "Error -2147467261(0x80004003) : E_POINTER - Invalid pointer"},
         {99999, "Error 99999(0x1869f) : Unknown ID - "},
     };

@@ -50,18 +50,8 @@ OSErrorInfo *record(RV code, const char *detail = "", uint32_t param = 0, uint32
 class Presentation : public ::testing::Test {
 protected:
     HWND owner = nullptr;
-    void SetUp() override
-    {
-        ASSERT_TRUE(boxhook::start());
-        owner = makeWindow("Planner");
-        ASSERT_NE(owner, nullptr);
-    }
-    void TearDown() override
-    {
-        boxhook::stop();
-        DestroyWindow(owner);
-        OSErrorClearError();
-    }
+    void SetUp() override { ASSERT_TRUE(boxhook::start()); owner = makeWindow("Planner"); ASSERT_NE(owner, nullptr); }
+    void TearDown() override { boxhook::stop(); DestroyWindow(owner); OSErrorClearError(); }
     /* Presents a recorded RV_NoFile and returns the result. */
     int noFile(HWND window, uint32_t useWindowTitle = 0)
     {
@@ -75,12 +65,7 @@ protected:
    test expects to see; the kinds with rules of their own are tested apart. */
 enum Arg { M_None, M_Detail, M_Param1, M_Param3, M_Name, M_Text2, M_SystemText };
 enum Kind { Silent, Plain, Titled, Special };
-struct Shown {
-    Kind kind;
-    UINT string;
-    boxhook::Icon icon;
-    Arg arg;
-};
+struct Shown { Kind kind; UINT string; boxhook::Icon icon; Arg arg; };
 constexpr boxhook::Icon H = Hand, E = Exclamation, A = Asterisk;
 constexpr Shown kSilent{Silent, 0, boxhook::NoIcon, M_None}, kOSError{Special, 0, H, M_None};
 constexpr Shown kExecute = kOSError, kAccess = kOSError, kFocus = kOSError;
@@ -98,13 +83,7 @@ const Shown kShown[] = {
     kInternal, // any code beyond the table
 };
 
-struct MessageCase {
-    RV code;
-    const char *detail;
-    uint32_t param, osError;
-    Shown shown;
-    Arg second;
-};
+struct MessageCase { RV code; const char *detail; uint32_t param, osError; Shown shown; Arg second; };
 
 /* What each particular is when an error is recorded by record(). */
 uintptr_t particular(const MessageCase &c, Arg arg)
@@ -233,12 +212,7 @@ TEST_F(Presentation, QuietWhenInactiveSkipsMinimisedAndInactiveOwners)
     HWND other = makeWindow("Other");
     SetActiveWindow(owner);
     ASSERT_EQ(GetActiveWindow(), owner);
-    const struct {
-        uint32_t quiet;
-        HWND window;
-        int show;
-        bool shown;
-    } cases[] = {
+    const struct { uint32_t quiet; HWND window; int show; bool shown; } cases[] = {
         {1, owner, SW_SHOWNOACTIVATE, true},    {1, other, SW_SHOWNOACTIVATE, false},
         {0, other, SW_SHOWNOACTIVATE, true},    {1, other, SW_SHOWMINNOACTIVE, false},
         {0, other, SW_SHOWMINNOACTIVE, true},
@@ -366,10 +340,7 @@ int QVCALLBACK firstCallback(HWND owner, OSErrorInfo *info)
     return 0;
 }
 
-int QVCALLBACK secondCallback(HWND, OSErrorInfo *)
-{
-    return ++SecondCalls;
-}
+int QVCALLBACK secondCallback(HWND, OSErrorInfo *) { return ++SecondCalls; }
 
 TEST_F(Presentation, TheFirstCallbackSeesEveryErrorFirst)
 {
@@ -379,11 +350,8 @@ TEST_F(Presentation, TheFirstCallbackSeesEveryErrorFirst)
     const std::string noFileText = expectedText(IDS_ERR_NO_FILE, reinterpret_cast<uintptr_t>(F));
     const std::string fallback = resourceText(IDS_FALLBACK_MESSAGE);
     const std::string replaced = "1 1 Planner 11007 0x40 " + std::string(F);
-    const struct {
-        CallbackMode mode;
-        int result;
-        const std::string *shown, *replaced; /* null: no box; the replacement not called */
-    } cases[] = {
+    // shown null: no box; replaced null: the replacement not called.
+    const struct { CallbackMode mode; int result; const std::string *shown, *replaced; } cases[] = {
         {Handle, IDCANCEL, nullptr, nullptr},       {Pass, IDOK, &noFileText, nullptr},
         {Replace, IDRETRY, nullptr, &replaced},     {MissingString, IDOK, &fallback, nullptr},
         {Reenter, IDOK, &noFileText, nullptr},

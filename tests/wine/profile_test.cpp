@@ -23,11 +23,7 @@ protected:
         RegDeleteTreeA(HKEY_CURRENT_USER, section.c_str());
         OSErrorClearError();
     }
-    void TearDown() override
-    {
-        RegDeleteTreeA(HKEY_CURRENT_USER, section.c_str());
-        OSErrorClearError();
-    }
+    void TearDown() override { RegDeleteTreeA(HKEY_CURRENT_USER, section.c_str()); OSErrorClearError(); }
     bool sectionExists() const
     {
         HKEY key;
@@ -47,14 +43,10 @@ protected:
 
 TEST_F(Profile, StringsRoundTripAndReportTheRegistrySize)
 {
-    struct Case {
-        const char *value;
-        uint32_t size;       /* buffer size offered */
-        uint32_t result;     /* the registry's size of the value, NUL included */
-        const char *read;    /* what the buffer holds, or null when it did not fit */
-    } const cases[] = {
-        {"", 8, 1, ""},
-        {"hello", 32, 6, "hello"},
+    // Offered `size`, the read returns the registry's size of the value, NUL included; the
+    // buffer holds `read`, or null when it did not fit.
+    struct Case { const char *value; uint32_t size, result; const char *read; } const cases[] = {
+        {"", 8, 1, ""}, {"hello", 32, 6, "hello"},
         {"abcd", 5, 5, "abcd"},  // exactly the buffer
         {"abcde", 5, 6, nullptr}, // one byte too long: the full size is reported
     };
@@ -73,18 +65,11 @@ TEST_F(Profile, StringsRoundTripAndReportTheRegistrySize)
 
 TEST_F(Profile, MissingValuesTakeTheDefaultCutAtTheBufferSize)
 {
-    struct Case {
-        const char *defaultValue;
-        uint32_t size;
-        uint32_t result;
-        const char *bytes; /* the first `result` bytes; nothing is written after them */
-    } const cases[] = {
-        {"", 8, 0, ""},
-        {nullptr, 8, 0, ""},
+    // `bytes`: the first `result` bytes; nothing is written after them.
+    struct Case { const char *defaultValue; uint32_t size, result; const char *bytes; } const cases[] = {
+        {"", 8, 0, ""}, {nullptr, 8, 0, ""},
         {"Sunday", 4, 4, "Sund"},  // cut without a terminator
-        {"Sunday", 7, 7, "Sunday"},
-        {"Sunday", 40, 7, "Sunday"},
-        {"Sunday", 0, 0, ""},
+        {"Sunday", 7, 7, "Sunday"}, {"Sunday", 40, 7, "Sunday"}, {"Sunday", 0, 0, ""},
     };
     for (const Case &c : cases) {
         char buffer[41];
@@ -105,10 +90,7 @@ TEST_F(Profile, NullKeyListsValueNamesWithinTheBuffer)
 {
     ASSERT_EQ(OSWriteProfileString(section.c_str(), "A", "1", kFile, 0), 1);
     ASSERT_EQ(OSWriteProfileInt(section.c_str(), "BC", 2, kFile, 0), 1);
-    struct Case {
-        uint32_t size;
-        uint32_t result;
-    } const cases[] = {{64, 5}, {5, 5}, {4, 2}, {2, 2}, {1, 0}, {0, 0}};
+    struct Case { uint32_t size; uint32_t result; } const cases[] = {{64, 5}, {5, 5}, {4, 2}, {2, 2}, {1, 0}, {0, 0}};
     for (const Case &c : cases) {
         char buffer[70];
         memset(buffer, '#', sizeof buffer);
@@ -125,10 +107,8 @@ TEST_F(Profile, IntegersFromNumbersAndText)
     EXPECT_TRUE(sectionExists());
     EXPECT_EQ(OSGetProfileInt(section.c_str(), "Count", 18, kFile, 0), 18u);
 
-    struct Case {
-        const char *text;
-        uint32_t value;
-    } const cases[] = {{"42", 42}, {" \t7x", 7}, {"-5", 0}, {"", 0}, {"4294967295", 0xFFFFFFFF}};
+    struct Case { const char *text; uint32_t value; } const cases[] = {
+        {"42", 42}, {" \t7x", 7}, {"-5", 0}, {"", 0}, {"4294967295", 0xFFFFFFFF}};
     for (const Case &c : cases) {
         ASSERT_EQ(OSWriteProfileString(section.c_str(), "Count", c.text, kFile, 0), 1);
         EXPECT_EQ(OSGetProfileInt(section.c_str(), "Count", 99, kFile, 0), c.value) << c.text;

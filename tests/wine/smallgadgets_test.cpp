@@ -86,10 +86,8 @@ TEST(StopWatch, ShowsElapsedTimeAndCountsOnlyWhileRunning)
 {
     HWND parent = makeParent();
     HWND watch = makeGadget(parent, "StopWatch");
-    struct Row {
-        WPARAM seconds;
-        const char *text;
-    } rows[] = {{0, "0:00:00"}, {3723, "1:02:03"}, {360000, "100:00:00"}};
+    struct Row { WPARAM seconds; const char *text; } rows[] = {
+        {0, "0:00:00"}, {3723, "1:02:03"}, {360000, "100:00:00"}};
     for (const Row &row : rows) {
         EXPECT_TRUE(SendMessageA(watch, QVSW_SETSECONDS, row.seconds, 0));
         EXPECT_EQ(textOf(watch), row.text);
@@ -135,12 +133,9 @@ TEST(DateTracker, StepsByDayOrMonthWithKeysAndClicksStoppingAtTheRangeEnd)
         bool control;
         OSDateTime to;
     } rows[] = {
-        {date(2024, 2, 28), VK_RIGHT, false, date(2024, 2, 29)},
-        {date(2024, 3, 1), VK_DOWN, false, date(2024, 2, 29)},
-        {date(2024, 1, 15), VK_UP, true, date(2024, 2, 15)},
-        {date(2024, 1, 15), VK_LEFT, true, date(2023, 12, 15)},
-        {date(2024, 1, 1), 0, false, date(2023, 12, 31)},
-        {date(2024, 1, 1), 1, false, date(2024, 1, 2)},
+        {date(2024, 2, 28), VK_RIGHT, false, date(2024, 2, 29)}, {date(2024, 3, 1), VK_DOWN, false, date(2024, 2, 29)},
+        {date(2024, 1, 15), VK_UP, true, date(2024, 2, 15)}, {date(2024, 1, 15), VK_LEFT, true, date(2023, 12, 15)},
+        {date(2024, 1, 1), 0, false, date(2023, 12, 31)}, {date(2024, 1, 1), 1, false, date(2024, 1, 2)},
         {date(2101, 12, 31), VK_RIGHT, false, date(2101, 12, 31)},
     };
     for (const Row &row : rows) {
@@ -174,11 +169,8 @@ TEST(Tumbler, TextIsTheMinutesAndArrowsStepWithinTheDay)
     HWND parent = makeParent();
     HWND tumbler = makeGadget(parent, "Tumbler", "90");
     EXPECT_EQ(SendMessageA(tumbler, QVTU_GETMINUTES, 0, 0), 90);
-    struct TextRow {
-        const char *text;
-        BOOL accepted;
-        LRESULT minutes;
-    } texts[] = {{" 150 ", TRUE, 150}, {"2000", TRUE, 1439}, {"abc", FALSE, 1439}, {"", FALSE, 1439}};
+    struct TextRow { const char *text; BOOL accepted; LRESULT minutes; } texts[] = {
+        {" 150 ", TRUE, 150}, {"2000", TRUE, 1439}, {"abc", FALSE, 1439}, {"", FALSE, 1439}};
     for (const TextRow &row : texts) {
         EXPECT_EQ(SetWindowTextA(tumbler, row.text), row.accepted) << row.text;
         EXPECT_EQ(SendMessageA(tumbler, QVTU_GETMINUTES, 0, 0), row.minutes) << row.text;
@@ -213,11 +205,8 @@ TEST(Tumbler, TextIsTheMinutesAndArrowsStepWithinTheDay)
 TEST(SmallGadgets, PicturesFollowTheirValues)
 {
     HWND parent = makeParent();
-    struct Row {
-        const char *className;
-        UINT message;
-        WPARAM first, second;
-    } rows[] = {{"StopWatch", QVSW_SETSECONDS, 0, 3723}, {"Tumbler", QVTU_SETMINUTES, 0, 150}};
+    struct Row { const char *className; UINT message; WPARAM first, second; } rows[] = {
+        {"StopWatch", QVSW_SETSECONDS, 0, 3723}, {"Tumbler", QVTU_SETMINUTES, 0, 150}};
     for (const Row &row : rows) {
         SCOPED_TRACE(row.className);
         HWND gadget = makeGadget(parent, row.className);
@@ -262,9 +251,7 @@ TEST(SmallGadgets, PicturesFollowTheirValues)
 namespace {
 
 /* Pixels of exactly the colour, and the rows holding any. */
-struct Ink {
-    int count = 0, firstRow = -1, lastRow = -1, widestRun = 0;
-};
+struct Ink { int count = 0, firstRow = -1, lastRow = -1, widestRun = 0; };
 
 Ink inkOf(const gfx::Surface &s, COLORREF colour)
 {
@@ -307,10 +294,8 @@ TEST(SuperText, WrapsItsTextInTheColourAndStyleAsked)
     ReleaseDC(text, dc);
     EXPECT_GT(plain.lastRow - plain.firstRow, 2 * tm.tmHeight) << "not wrapped";
 
-    struct Row {
-        WPARAM style;
-        bool moreInk, longRun;
-    } rows[] = {{QVSTS_BOLD, true, false}, {QVSTS_UNDERLINE, true, true}, {QVSTS_ITALIC, false, false}};
+    struct Row { WPARAM style; bool moreInk, longRun; } rows[] = {
+        {QVSTS_BOLD, true, false}, {QVSTS_UNDERLINE, true, true}, {QVSTS_ITALIC, false, false}};
     for (const Row &row : rows) {
         SCOPED_TRACE(row.style);
         SendMessageA(text, QVST_SETSTYLE, row.style, 0);
@@ -340,11 +325,8 @@ TEST(QvCombo, ForwardsComboMessagesAndTellsChangesAsItsOwn)
     for (const char *item : {"alpha", "beta", "Beta", "gamma"})
         SendMessageA(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(item));
     EXPECT_EQ(SendMessageA(combo, CB_GETCOUNT, 0, 0), 4);
-    struct Row {
-        const char *text;
-        LRESULT selected;
-        const char *shown;
-    } rows[] = {{"Beta", 2, "Beta"}, {"beta", 1, "beta"}, {"delta", CB_ERR, ""}, {"gamma", 3, "gamma"}};
+    struct Row { const char *text; LRESULT selected; const char *shown; } rows[] = {
+        {"Beta", 2, "Beta"}, {"beta", 1, "beta"}, {"delta", CB_ERR, ""}, {"gamma", 3, "gamma"}};
     for (const Row &row : rows) {
         SCOPED_TRACE(row.text);
         SetWindowTextA(combo, row.text);
@@ -389,12 +371,7 @@ TEST(Page, ScrollsItsChildrenWithinThePageAndPassesTheirCommandsOn)
     RECT client;
     GetClientRect(page, &client);
     const int most = 300 - client.bottom; /* a horizontal bar may take some height */
-    struct Row {
-        UINT message;
-        WPARAM wp;
-        int y;
-        bool told;
-    } rows[] = {
+    struct Row { UINT message; WPARAM wp; int y; bool told; } rows[] = {
         {QVPG_SETPOS, 100, 100, false},          {WM_VSCROLL, SB_LINEDOWN, 116, true},
         {WM_VSCROLL, SB_BOTTOM, most, true},      {WM_VSCROLL, SB_LINEDOWN, most, false},
         {WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA), most - 48, true}, {WM_VSCROLL, SB_TOP, 0, true},
@@ -432,12 +409,7 @@ TEST(FieldMapper, PairsOneToOneByMessageAndByClicks)
         SendMessageA(map, QVFM_ADDSOURCE, 0, reinterpret_cast<LPARAM>(name));
         SendMessageA(map, QVFM_ADDTARGET, 0, reinterpret_cast<LPARAM>(name));
     }
-    struct Row {
-        WPARAM source;
-        LPARAM target;
-        LRESULT ok;
-        int pairs[3];
-    } rows[] = {
+    struct Row { WPARAM source; LPARAM target; LRESULT ok; int pairs[3]; } rows[] = {
         {0, 2, 1, {2, -1, -1}}, {1, 2, 1, {-1, 2, -1}}, {1, -1, 1, {-1, -1, -1}},
         {3, 0, 0, {-1, -1, -1}}, {0, 3, 0, {-1, -1, -1}},
     };

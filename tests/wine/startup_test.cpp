@@ -78,13 +78,8 @@ TEST(Instance, StartReadsTheSystemVersionAndEveryCallSucceeds)
 
 TEST(Defence, EndingsInChildProcesses)
 {
-    struct Case {
-        const char *command;
-        DWORD exitCode;
-    } const cases[] = {
-        {"child_defence.exe defensive", 255},
-        {"child_defence.exe veto", 0},
-        {"child_defence.exe start", 0},
+    struct Case { const char *command; DWORD exitCode; } const cases[] = {
+        {"child_defence.exe defensive", 255}, {"child_defence.exe veto", 0}, {"child_defence.exe start", 0},
         // A resource library without the fallback text: start-up records
         // RV_StringNonExistant while every code is still defensive.
         {"broken\\child_defence.exe start", 255},

@@ -106,10 +106,8 @@ void ask(HWND box, How how)
 
 TEST_F(Status, CancelIsSeenWhileTheCallerLoopsOnlyWhenOffered)
 {
-    const struct {
-        How how;
-        BOOL canCancel;
-    } kCases[] = {{Button, TRUE}, {Escape, TRUE}, {CloseBox, TRUE}, {Escape, FALSE}, {CloseBox, FALSE}};
+    const struct { How how; BOOL canCancel; } kCases[] = {
+        {Button, TRUE}, {Escape, TRUE}, {CloseBox, TRUE}, {Escape, FALSE}, {CloseBox, FALSE}};
     for (const auto &c : kCases) {
         SCOPED_TRACE(testing::Message() << "how " << c.how << " canCancel " << c.canCancel);
         HWND box = StatusBox(owner, "Busy", "Working", c.canCancel);

@@ -56,9 +56,7 @@ const char kWords[] = "alpha beta gamma delta epsilon zeta eta theta iota kappa"
 
 TEST(DrawTextWithIndent, ContinuationLinesMoveByIndentAndMeasureMatchesDrawing)
 {
-    struct Row {
-        int indent, firstShift, laterShift;
-    } rows[] = {{0, 0, 0}, {30, 0, 30}, {-30, 30, 0}};
+    struct Row { int indent, firstShift, laterShift; } rows[] = {{0, 0, 0}, {30, 0, 30}, {-30, 30, 0}};
     for (const Row &row : rows) {
         SCOPED_TRACE(row.indent);
         Canvas c(200, 200);
@@ -83,10 +81,8 @@ TEST(DrawTextWithIndent, ContinuationLinesMoveByIndentAndMeasureMatchesDrawing)
 
 TEST(DrawTextWithIndent, BreaksAtLineEndsAndInsideOverlongWords)
 {
-    struct Row {
-        const char *text;
-        int width, lines;
-    } rows[] = {{"a\r\nb\nc", 100, 3}, {"ab", 100, 1}, {"", 100, 1}, {"wwwwwwwwwwwwwwwwwwww", 40, 5}};
+    struct Row { const char *text; int width, lines; } rows[] = {
+        {"a\r\nb\nc", 100, 3}, {"ab", 100, 1}, {"", 100, 1}, {"wwwwwwwwwwwwwwwwwwww", 40, 5}};
     for (const Row &row : rows) {
         SCOPED_TRACE(row.text);
         Canvas c(120, 200);

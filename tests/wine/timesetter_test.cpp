@@ -72,11 +72,7 @@ protected:
 
 TEST_F(TimeSetter, MarkedTimeRoundsToSnapOrToGranularityWithShift)
 {
-    struct {
-        uint8_t snap, granularity;
-        bool shift;
-        int hour, minute, stored;
-    } cases[] = {
+    struct { uint8_t snap, granularity; bool shift; int hour, minute, stored; } cases[] = {
         {15, 5, false, 10, 7, 10 * 60}, {15, 5, true, 10, 7, 10 * 60 + 5},
         {1, 5, false, 10, 7, 10 * 60 + 7}, {60, 1, false, 10, 59, 10 * 60},
     };
@@ -95,11 +91,7 @@ TEST_F(TimeSetter, MarkedTimeRoundsToSnapOrToGranularityWithShift)
 
 TEST_F(TimeSetter, RefusesOutOfRangeSettings)
 {
-    struct {
-        UINT message;
-        WPARAM value;
-        LRESULT result;
-    } cases[] = {
+    struct { UINT message; WPARAM value; LRESULT result; } cases[] = {
         {QVTS_SETGRANULARITY, 0, -1}, {QVTS_SETGRANULARITY, 60, -1}, {QVTS_SETHOURS, 25, -1},
         {QVTS_SETSNAP, 0, -1},        {QVTS_SETHOURS, 0, 1},         {QVTS_SETGRANULARITY, 59, 1},
     };

@@ -65,11 +65,7 @@ protected:
 TEST_F(TimeTracker, RefusesOutOfRangeSettingsAndKeepsThem)
 {
     make();
-    struct {
-        UINT message;
-        WPARAM value;
-        LRESULT result;
-    } cases[] = {
+    struct { UINT message; WPARAM value; LRESULT result; } cases[] = {
         {QVTT_SETHOURS, 0, -1}, {QVTT_SETHOURS, 25, -1}, {QVTT_SETGRANULARITY, 0, -1},
         {QVTT_SETGRANULARITY, 60, -1}, {QVTT_SETSNAP, 0, -1}, {QVTT_SETSNAP, 0x100, -1},
         {QVTT_SETHOURS, 12, 1}, {QVTT_SETGRANULARITY, 5, 1},
@@ -190,11 +186,9 @@ TEST_F(TimeTracker, FreeTimeSearchSkipsTheBusyBlocks)
         bool both;
         int found; /* minutes of the day, from the current start 8:30 */
     } cases[] = {
-        {"both blocks", 0, true, 11 * 60 + 15},
-        {"an identifier not present", 99, true, 11 * 60 + 15},
+        {"both blocks", 0, true, 11 * 60 + 15}, {"an identifier not present", 99, true, 11 * 60 + 15},
         {"the lone block, whatever its identifier", 99, false, 8 * 60 + 45},
-        {"the first block by identifier", 1, true, 8 * 60 + 45},
-        {"the second block by identifier", 2, true, 10 * 60},
+        {"the first block by identifier", 1, true, 8 * 60 + 45}, {"the second block by identifier", 2, true, 10 * 60},
     };
     for (auto &c : cases) {
         make();
@@ -225,12 +219,8 @@ TEST_F(TimeTracker, FreeTimeSearchSkipsTheBusyBlocks)
 TEST_F(TimeTracker, LabelsAreBlackOrWhiteByTheLcdRule)
 {
     make();
-    struct {
-        COLORREF background;
-        COLORREF ordinary, lcd;
-    } cases[] = {
-        {RGB(0, 129, 129), RGB(0, 0, 0), RGB(0, 0, 0)},
-        {RGB(0, 0, 128), RGB(255, 255, 255), RGB(255, 255, 255)},
+    struct { COLORREF background; COLORREF ordinary, lcd; } cases[] = {
+        {RGB(0, 129, 129), RGB(0, 0, 0), RGB(0, 0, 0)}, {RGB(0, 0, 128), RGB(255, 255, 255), RGB(255, 255, 255)},
         {RGB(255, 0, 0), RGB(255, 255, 255), RGB(0, 0, 0)},
     };
     for (auto &c : cases)

@@ -35,8 +35,7 @@ const Check kChecks[] = {
     {"uint sign", uintOneToTen, "-5", "Please enter a whole number from 1 to 10."},
     {"real at high", realZeroToFive, "5.0", nullptr},
     {"real above high", realZeroToFive, "5.5", "Please enter a number from 0 to 5."},
-    {"real comma", realZeroToFive, "3,5", "Please enter a number from 0 to 5."},
-    {"date", date, "Dec 25 1999", nullptr},
+    {"real comma", realZeroToFive, "3,5", "Please enter a number from 0 to 5."}, {"date", date, "Dec 25 1999", nullptr},
     {"date day", date, "Feb 30 1999", "Please enter a date from 01/01/1880 to 12/12/2100."},
     {"time", time, "12:30", nullptr},
     {"time hour zero", time, "0:30", "Please enter a time from 00:00:00 to 23:59:59."},
@@ -81,10 +80,8 @@ TEST(SetDlgItemReal, WritesLengthsWithTheUsersSeparator)
     HWND dialog = testhelp::makeWindow("Dialog", WS_OVERLAPPEDWINDOW);
     CreateWindowA("EDIT", "", WS_CHILD, 0, 0, 100, 20, dialog, reinterpret_cast<HMENU>(100), nullptr, nullptr);
     DecimalSeparator comma(",");
-    const struct {
-        uint32_t value, metric;
-        const char *text;
-    } kLengths[] = {{254, 0, "1,000"}, {1234, 1, "12,34"}, {4294968, 0, "0,002"}};
+    const struct { uint32_t value, metric; const char *text; } kLengths[] = {
+        {254, 0, "1,000"}, {1234, 1, "12,34"}, {4294968, 0, "0,002"}};
     for (const auto &l : kLengths) {
         EXPECT_TRUE(SetDlgItemReal(dialog, 100, l.value, l.metric));
         char text[64] = "";
@@ -101,12 +98,8 @@ TEST(GetDlgItemReal, ReadsTheItemWithEitherSeparatorAndLeavesValueOnRefusal)
                                 nullptr);
     CreateWindowA("EDIT", "", WS_CHILD, 0, 0, 100, 20, dialog, reinterpret_cast<HMENU>(100), nullptr, nullptr);
     DecimalSeparator comma(",");
-    const struct {
-        const char *text;
-        uint32_t metric;
-        BOOL ok;
-        uint32_t value;
-    } kTexts[] = {{" 1,000 ", 0, TRUE, 254}, {"12.34", 1, TRUE, 1234}, {"1,2.3", 1, FALSE, 5}};
+    const struct { const char *text; uint32_t metric; BOOL ok; uint32_t value; } kTexts[] = {
+        {" 1,000 ", 0, TRUE, 254}, {"12.34", 1, TRUE, 1234}, {"1,2.3", 1, FALSE, 5}};
     for (const auto &t : kTexts) {
         SetDlgItemTextA(dialog, 100, t.text);
         uint32_t value = 5;

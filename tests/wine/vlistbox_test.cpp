@@ -314,18 +314,10 @@ TEST_F(VListBox, OwnerDrawnRowsShowTheRightItemsAfterEachScroll)
     make(0x0001, 100000000);
     ShowWindow(parent, SW_SHOW);
     UpdateWindow(parent);
-    struct Step {
-        UINT message;
-        WPARAM wp;
-        uint32_t top;
-    } steps[] = {
-        {WM_VSCROLL, SB_LINEDOWN, 1},
-        {WM_VSCROLL, SB_PAGEDOWN, 10},
-        {WM_VSCROLL, SB_LINEUP, 9},
-        {WM_VSCROLL, MAKEWPARAM(SB_THUMBPOSITION, 16000), 49999995},
-        {WM_VSCROLL, SB_BOTTOM, 99999990},
-        {WM_VSCROLL, SB_PAGEUP, 99999981},
-        {WM_KEYDOWN, VK_HOME, 0},
+    struct Step { UINT message; WPARAM wp; uint32_t top; } steps[] = {
+        {WM_VSCROLL, SB_LINEDOWN, 1}, {WM_VSCROLL, SB_PAGEDOWN, 10}, {WM_VSCROLL, SB_LINEUP, 9},
+        {WM_VSCROLL, MAKEWPARAM(SB_THUMBPOSITION, 16000), 49999995}, {WM_VSCROLL, SB_BOTTOM, 99999990},
+        {WM_VSCROLL, SB_PAGEUP, 99999981}, {WM_KEYDOWN, VK_HOME, 0},
     };
     for (const Step &s : steps) {
         SendMessageA(list, s.message, s.wp, 0);

@@ -14,10 +14,7 @@ namespace {
 
 constexpr int kId = 43;
 
-WPARAM cell(int column, int row)
-{
-    return MAKEWPARAM(column, row);
-}
+WPARAM cell(int column, int row) { return MAKEWPARAM(column, row); }
 
 struct Waffle : ::testing::Test {
     HWND parent = nullptr, grid = nullptr;
@@ -81,32 +78,18 @@ struct Waffle : ::testing::Test {
 TEST_F(Waffle, MessagesRefuseCellsAndSizesOutsideTheGrid)
 {
     static const char corner[] = "corner";
-    struct Case {
-        UINT message;
-        WPARAM wp;
-        LPARAM lp;
-        LRESULT result;
-        RV error;
-    } const cases[] = {
-        {QVW_SETSIZE, 0, 3, FALSE, RV_BadParms},
-        {QVW_SETSIZE, 65, 3, FALSE, RV_BadParms},
-        {QVW_SETSIZE, 4, 257, FALSE, RV_BadParms},
-        {QVW_SETSIZE, 64, 256, TRUE, RV_Success},
-        {QVW_SETSIZE, 4, 3, TRUE, RV_Success},
-        {QVW_GETSIZE, 0, 0, MAKELONG(4, 3), RV_Success},
+    struct Case { UINT message; WPARAM wp; LPARAM lp; LRESULT result; RV error; } const cases[] = {
+        {QVW_SETSIZE, 0, 3, FALSE, RV_BadParms}, {QVW_SETSIZE, 65, 3, FALSE, RV_BadParms},
+        {QVW_SETSIZE, 4, 257, FALSE, RV_BadParms}, {QVW_SETSIZE, 64, 256, TRUE, RV_Success},
+        {QVW_SETSIZE, 4, 3, TRUE, RV_Success}, {QVW_GETSIZE, 0, 0, MAKELONG(4, 3), RV_Success},
         {QVW_SETTEXT, cell(4, 0), reinterpret_cast<LPARAM>(corner), FALSE, RV_BadParms},
         {QVW_SETTEXT, cell(0, 3), reinterpret_cast<LPARAM>(corner), FALSE, RV_BadParms},
         {QVW_SETTEXT, cell(3, 2), reinterpret_cast<LPARAM>(corner), TRUE, RV_Success},
-        {QVW_GETTEXTLEN, cell(3, 2), 0, 6, RV_Success},
-        {QVW_GETTEXTLEN, cell(3, 3), 0, -1, RV_BadParms},
-        {QVW_GETTEXT, cell(3, 2), 0, -1, RV_BadParms},
-        {QVW_SETCURSEL, cell(4, 2), 0, FALSE, RV_BadParms},
-        {QVW_SETCURSEL, cell(3, 2), 0, TRUE, RV_Success},
-        {QVW_GETCURSEL, 0, 0, MAKELONG(3, 2), RV_Success},
-        {QVW_SETCOLWIDTH, 1, 7, 0, RV_BadParms},
-        {QVW_SETCOLWIDTH, 4, 20, 0, RV_BadParms},
-        {QVW_SETCOLWIDTH, 1, 100, 64, RV_Success},
-        {QVW_GETCOLWIDTH, 1, 0, 100, RV_Success},
+        {QVW_GETTEXTLEN, cell(3, 2), 0, 6, RV_Success}, {QVW_GETTEXTLEN, cell(3, 3), 0, -1, RV_BadParms},
+        {QVW_GETTEXT, cell(3, 2), 0, -1, RV_BadParms}, {QVW_SETCURSEL, cell(4, 2), 0, FALSE, RV_BadParms},
+        {QVW_SETCURSEL, cell(3, 2), 0, TRUE, RV_Success}, {QVW_GETCURSEL, 0, 0, MAKELONG(3, 2), RV_Success},
+        {QVW_SETCOLWIDTH, 1, 7, 0, RV_BadParms}, {QVW_SETCOLWIDTH, 4, 20, 0, RV_BadParms},
+        {QVW_SETCOLWIDTH, 1, 100, 64, RV_Success}, {QVW_GETCOLWIDTH, 1, 0, 100, RV_Success},
         {QVW_GETCOLWIDTH, 4, 0, 0, RV_BadParms},
     };
     for (const Case &c : cases) {
@@ -152,12 +135,7 @@ TEST_F(Waffle, TextsAreCutToTheirRoomAndFollowTheGridSize)
 
 TEST_F(Waffle, KeysMoveTheCurrentCellWithinTheGrid)
 {
-    struct Case {
-        int column, row;
-        UINT vk;
-        bool shift, control;
-        int toColumn, toRow;
-    } const cases[] = {
+    struct Case { int column, row; UINT vk; bool shift, control; int toColumn, toRow; } const cases[] = {
         {1, 1, VK_LEFT, false, false, 0, 1},  {0, 1, VK_LEFT, false, false, 0, 1},
         {1, 1, VK_RIGHT, false, false, 2, 1}, {3, 1, VK_RIGHT, false, false, 3, 1},
         {1, 1, VK_UP, false, false, 1, 0},    {1, 2, VK_DOWN, false, false, 1, 2},

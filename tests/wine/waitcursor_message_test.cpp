@@ -18,16 +18,8 @@ using boxhook::Seen;
 
 class Boxes : public ::testing::Test {
 protected:
-    void SetUp() override
-    {
-        ASSERT_TRUE(boxhook::start());
-        OSErrorClearError();
-    }
-    void TearDown() override
-    {
-        boxhook::stop();
-        OSErrorClearError();
-    }
+    void SetUp() override { ASSERT_TRUE(boxhook::start()); OSErrorClearError(); }
+    void TearDown() override { boxhook::stop(); OSErrorClearError(); }
 };
 
 using testhelp::resourceText;
@@ -55,15 +47,9 @@ TEST_F(Boxes, MessageIsShownThenRetriedSystemModalThenReplacedByTheFallback)
     HHOOK refuse = SetWindowsHookExA(WH_CBT, refuseBoxes, nullptr, GetCurrentThreadId());
     ASSERT_NE(refuse, nullptr);
     const std::string noFile = "The file x could not be found.", fallback = resourceText(IDS_FALLBACK_MESSAGE);
-    const struct {
-        HWND owner;
-        int refused;
-        UINT id, style;
-        int answer, result;
-        const std::string *text; /* null: nothing is shown */
-        Buttons buttons;
-        boxhook::Icon icon;
-        bool topmost;
+    const struct { // text null: nothing is shown
+        HWND owner; int refused; UINT id, style; int answer, result; const std::string *text; Buttons buttons;
+        boxhook::Icon icon; bool topmost;
     } cases[] = {
         {nullptr, 0, IDS_ERR_NO_FILE, MB_OKCANCEL | MB_ICONHAND, IDCANCEL, IDCANCEL, &noFile, OkCancel, boxhook::Hand, false},
         // A destroyed owner makes the first box fail: the retry is system-modal.
@@ -88,10 +74,8 @@ TEST_F(Boxes, MessageIsShownThenRetriedSystemModalThenReplacedByTheFallback)
         if (Seen.empty())
             continue;
         const boxhook::Box &box = Seen[0];
-        EXPECT_EQ(box.text, *c.text) << i;
-        EXPECT_EQ(box.caption, "Files") << i;
-        EXPECT_EQ(box.topmost, c.topmost) << i;
-        EXPECT_EQ(box.icon, c.icon) << i;
+        EXPECT_EQ(box.text + "|" + box.caption, *c.text + "|Files") << i;
+        EXPECT_TRUE(box.topmost == c.topmost && box.icon == c.icon) << i;
         EXPECT_TRUE(box.ok == (c.buttons == OkOnly || c.buttons == OkCancel) && box.cancel == (c.buttons == OkCancel) &&
                     box.yes == (c.buttons == YesNo) && box.no == (c.buttons == YesNo))
             << i;
@@ -100,25 +84,13 @@ TEST_F(Boxes, MessageIsShownThenRetriedSystemModalThenReplacedByTheFallback)
 }
 
 HCURSOR frame(int n) { return LoadCursorA(ResourceGetHandle(), MAKEINTRESOURCEA(n)); }
-int displayCount()
-{
-    ShowCursor(TRUE);
-    return ShowCursor(FALSE);
-}
-void pressEscape()
-{
-    keybd_event(VK_ESCAPE, 0, 0, 0);
-    keybd_event(VK_ESCAPE, 0, KEYEVENTF_KEYUP, 0);
-}
+int displayCount() { ShowCursor(TRUE); return ShowCursor(FALSE); }
+void pressEscape() { keybd_event(VK_ESCAPE, 0, 0, 0); keybd_event(VK_ESCAPE, 0, KEYEVENTF_KEYUP, 0); }
 
 class WaitCursor : public Boxes {
 protected:
     HCURSOR arrow = LoadCursorA(nullptr, MAKEINTRESOURCEA(32512));
-    void SetUp() override
-    {
-        Boxes::SetUp();
-        SetCursor(arrow);
-    }
+    void SetUp() override { Boxes::SetUp(); SetCursor(arrow); }
 };
 
 TEST_F(WaitCursor, OnlyTheOutermostPairChangesTheCursor)

@@ -29,10 +29,7 @@
 
 namespace {
 
-struct Event {
-    DWORD message, p1, p2, p3;
-    DWORD waitMs;
-};
+struct Event { DWORD message, p1, p2, p3; DWORD waitMs; };
 
 struct Rule {
     std::string function;
@@ -42,12 +39,7 @@ struct Rule {
     bool hasEvents;
 };
 
-struct Pending {
-    DWORD due;
-    Event event;
-    DWORD request;
-    HCALL *callOut;
-};
+struct Pending { DWORD due; Event event; DWORD request; HCALL *callOut; };
 
 std::vector<Rule> Rules;
 std::string Log;
@@ -61,10 +53,7 @@ HCALL Call;
 DWORD CallState;
 constexpr UINT WM_FAKE_EVENTS = WM_APP + 7;
 
-DWORD number(const std::string &text)
-{
-    return static_cast<DWORD>(strtoul(text.c_str(), nullptr, 0));
-}
+DWORD number(const std::string &text) { return static_cast<DWORD>(strtoul(text.c_str(), nullptr, 0)); }
 
 std::vector<std::string> words(const std::string &text)
 {
@@ -215,15 +204,9 @@ void logLine(const char *format, ...)
     Log += '\n';
 }
 
-std::string quoted(const char *text)
-{
-    return text ? "\"" + std::string(text) + "\"" : "null";
-}
+std::string quoted(const char *text) { return text ? "\"" + std::string(text) + "\"" : "null"; }
 
-LONG result(const Rule *rule, LONG healthy)
-{
-    return rule ? rule->result : healthy;
-}
+LONG result(const Rule *rule, LONG healthy) { return rule ? rule->result : healthy; }
 
 /* An asynchronous request: its ID, or the scripted result. */
 LONG request(const Rule *rule, const std::vector<Event> &defaults, HCALL *callOut)
@@ -291,20 +274,11 @@ void WINAPI FakeTapi_Post(DWORD message, DWORD p1, DWORD p2, DWORD p3)
         PostMessageA(Window, WM_FAKE_EVENTS, 0, 0);
 }
 
-const char *WINAPI FakeTapi_Log(void)
-{
-    return Log.c_str();
-}
+const char *WINAPI FakeTapi_Log(void) { return Log.c_str(); }
 
-int WINAPI FakeTapi_OpenLines(void)
-{
-    return OpenLines;
-}
+int WINAPI FakeTapi_OpenLines(void) { return OpenLines; }
 
-int WINAPI FakeTapi_LiveCalls(void)
-{
-    return LiveCalls;
-}
+int WINAPI FakeTapi_LiveCalls(void) { return LiveCalls; }
 
 LONG WINAPI fake_lineInitialize(HLINEAPP *app, HINSTANCE, LINECALLBACK callback, LPCSTR name, LPDWORD devices)
 {

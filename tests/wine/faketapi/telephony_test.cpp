@@ -159,15 +159,9 @@ TEST_F(Telephony, StartLoadsTheLibraryBesideTheProgramAndStartsTheLineApplicatio
 
 TEST_F(Telephony, StartFailuresDisableTelephony)
 {
-    struct Case {
-        const char *script;
-        bool enabled;
-        size_t initialisations;
-        std::vector<int> boxes;
-    } cases[] = {
+    struct Case { const char *script; bool enabled; size_t initialisations; std::vector<int> boxes; } cases[] = {
         {"lineInitialize 0x80000052\nlineInitialize 0", true, 2, {}},
-        {"lineInitialize 0x80000052", false, 2, {IDS_TEL_REINIT}},
-        {"lineInitialize 0x80000042", false, 1, {}},
+        {"lineInitialize 0x80000052", false, 2, {IDS_TEL_REINIT}}, {"lineInitialize 0x80000042", false, 1, {}},
         {"lineInitialize 0x80000048", false, 1, {}},
     };
     for (const Case &c : cases) {
@@ -204,16 +198,9 @@ TEST_F(Telephony, WithoutTheLibraryOrAnEntryPointDialingIsASilentSuccess)
 
 TEST_F(Telephony, UsableLineReasonsAndTheMessageADialShowsForEach)
 {
-    struct Case {
-        const char *script;
-        DWORD device;
-        UINT reason;
-        std::vector<int> boxes;
-    } cases[] = {
-        {"", 2, 0, {}},
-        {"", 3, 1, {IDS_TEL_BAD_DEVICE}},
-        {"lineNegotiateAPIVersion 0x8000000C", 0, 2, {IDS_TEL_BAD_VERSION}},
-        {"lineGetDevCaps 0x80000048", 0, 3, {}},
+    struct Case { const char *script; DWORD device; UINT reason; std::vector<int> boxes; } cases[] = {
+        {"", 2, 0, {}}, {"", 3, 1, {IDS_TEL_BAD_DEVICE}},
+        {"lineNegotiateAPIVersion 0x8000000C", 0, 2, {IDS_TEL_BAD_VERSION}}, {"lineGetDevCaps 0x80000048", 0, 3, {}},
         {"lineGetDevCaps 0 bearer=2", 0, 4, {IDS_TEL_NO_VOICE}},
         {"lineGetDevCaps 0 features=0x10", 0, 5, {IDS_TEL_NO_MAKECALL}},
         {"lineOpen 0x80000001", 0, 6, {IDS_TEL_CANNOT_OPEN}},
@@ -362,17 +349,10 @@ TEST_F(Telephony, ErrorsOnOpeningAndCallingTellTheUserAndReleaseTheLine)
 
 TEST_F(Telephony, TheCallStateDecidesWhenAndWhyTheCallEnds)
 {
-    struct Case {
-        DWORD state, privilege;
-        std::vector<LPARAM> notified;
-        bool dropped;
-    } cases[] = {
-        {LINECALLSTATE_IDLE, 0, {1}, false},
-        {LINECALLSTATE_BUSY, 0, {0x40}, true},
-        {LINECALLSTATE_SPECIALINFO, 0, {0x80}, true},
-        {LINECALLSTATE_DISCONNECTED, 0, {0x4000}, true},
-        {LINECALLSTATE_DIALING, 4, {0x4000}, true},
-        {LINECALLSTATE_DIALING, 0, {}, false},
+    struct Case { DWORD state, privilege; std::vector<LPARAM> notified; bool dropped; } cases[] = {
+        {LINECALLSTATE_IDLE, 0, {1}, false}, {LINECALLSTATE_BUSY, 0, {0x40}, true},
+        {LINECALLSTATE_SPECIALINFO, 0, {0x80}, true}, {LINECALLSTATE_DISCONNECTED, 0, {0x4000}, true},
+        {LINECALLSTATE_DIALING, 4, {0x4000}, true}, {LINECALLSTATE_DIALING, 0, {}, false},
         {LINECALLSTATE_PROCEEDING, 0, {}, false},
     };
     for (const Case &c : cases) {
@@ -399,11 +379,7 @@ TEST_F(Telephony, FarEndBusyDuringADialReleasesTheLineOnce)
 
 TEST_F(Telephony, HangUpWhenTheCallCannotBeDroppedNormally)
 {
-    struct Case {
-        const char *script;
-        std::vector<std::string> calls;
-        int liveCalls;
-    } cases[] = {
+    struct Case { const char *script; std::vector<std::string> calls; int liveCalls; } cases[] = {
         /* A call whose status cannot be read is left alone; the line is still closed. */
         {"lineGetCallStatus 0x80000048", {"lineGetCallStatus", "lineClose"}, 1},
         {"lineDrop 9 then REPLY 0x8000001C; CALLSTATE 1",
