@@ -194,18 +194,14 @@ TEST_F(DVListRules, FillLeavesALoneTailItemForLater)
 
 TEST_F(DVListRules, KeysMoveTheCaretWithinAKnownCount)
 {
-    struct Case {
-        int32_t top, caret;
-        uint32_t key;
-        int32_t wantCaret, wantTop;
-    } cases[] = {
+    const struct { int32_t top, caret; uint32_t key; int32_t wantCaret, wantTop; } cases[] = {
         {20, 20, VLK_NEXT, 29, 20},
         {990, 995, VLK_NEXT, 999, 990}, /* stops on the last item */
         {0, 0, VLK_END, 999, 990},
     };
     int32_t top = -1;
     bool fine, jumped;
-    for (const Case &c : cases) {
+    for (const auto &c : cases) {
         start(1000);
         dvScrollTo(&owner.box, c.top);
         ASSERT_TRUE(dvMarkIndex(&owner.box, &owner.box.caret, c.caret));
