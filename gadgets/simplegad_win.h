@@ -65,14 +65,14 @@ inline void gadDrawFocus(HWND window, HDC dc, const RECT &rect)
    by calling paint(dc, clientRect); true when the message was one of them. */
 template <class Paint> bool gadPaintMessage(HWND window, UINT message, WPARAM wp, Paint paint)
 {
+    if (message != WM_PAINT && message != WM_PRINTCLIENT)
+        return false;
     RECT client;
     GetClientRect(window, &client);
     if (message == WM_PRINTCLIENT) {
         paint(reinterpret_cast<HDC>(wp), client);
         return true;
     }
-    if (message != WM_PAINT)
-        return false;
     PAINTSTRUCT ps;
     HDC dc = BeginPaint(window, &ps);
     if (dc)
