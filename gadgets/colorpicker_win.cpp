@@ -16,6 +16,7 @@
 #include "colornames.h"
 #include "gadget_win.h"
 #include "qvgadgets.h"
+#include "simplegad_win.h"
 
 namespace {
 
@@ -88,6 +89,8 @@ void paintPalette(HWND palette, HDC dc)
 
 LRESULT CALLBACK paletteProc(HWND palette, UINT message, WPARAM wp, LPARAM lp)
 {
+    if (gadPaintMessage(palette, message, wp, [palette](HDC dc, const RECT &) { paintPalette(palette, dc); }))
+        return 0;
     switch (message) {
     case WM_CREATE:
         // The palette shows the combo's record; it owns nothing.
@@ -96,16 +99,6 @@ LRESULT CALLBACK paletteProc(HWND palette, UINT message, WPARAM wp, LPARAM lp)
         return 0;
     case WM_MOUSEACTIVATE:
         return MA_NOACTIVATE;
-    case WM_PAINT: {
-        PAINTSTRUCT ps;
-        HDC dc = BeginPaint(palette, &ps);
-        paintPalette(palette, dc);
-        EndPaint(palette, &ps);
-        return 0;
-    }
-    case WM_PRINTCLIENT:
-        paintPalette(palette, reinterpret_cast<HDC>(wp));
-        return 0;
     default:
         return DefWindowProcA(palette, message, wp, lp);
     }
@@ -279,21 +272,13 @@ LRESULT CALLBACK comboProc(HWND combo, UINT message, WPARAM wp, LPARAM lp)
     auto *picker = gadRecord<Picker>(combo);
     if (!picker)
         return DefWindowProcA(combo, message, wp, lp);
+    if (gadPaintMessage(combo, message, wp, [combo](HDC dc, const RECT &) { paintCombo(combo, dc); }))
+        return 0;
 
     switch (message) {
     case WM_DESTROY:
         closePalette(combo, picker, false);
         gadDestroyRecord(combo);
-        return 0;
-    case WM_PAINT: {
-        PAINTSTRUCT ps;
-        HDC dc = BeginPaint(combo, &ps);
-        paintCombo(combo, dc);
-        EndPaint(combo, &ps);
-        return 0;
-    }
-    case WM_PRINTCLIENT:
-        paintCombo(combo, reinterpret_cast<HDC>(wp));
         return 0;
     case WM_ERASEBKGND:
         return 1;

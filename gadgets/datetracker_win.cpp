@@ -68,18 +68,8 @@ void paint(HWND window, HDC dc, const RECT &client)
     arrow(dc, right, 1);
     char text[64];
     int length = GetWindowTextA(window, text, sizeof text);
-    HGDIOBJ oldFont = SelectObject(dc, gadParentFont(window));
-    int oldMode = SetBkMode(dc, TRANSPARENT);
-    COLORREF oldColour = SetTextColor(dc, RGB(0, 0, 0));
-    DrawTextA(dc, text, length, &middle, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
-    SetTextColor(dc, oldColour);
-    SetBkMode(dc, oldMode);
-    SelectObject(dc, oldFont);
-    if (GetFocus() == window) {
-        RECT focus = middle;
-        InflateRect(&focus, -1, -1);
-        DrawFocusRect(dc, &focus);
-    }
+    gadDrawCentredText(window, dc, text, length, middle, RGB(0, 0, 0));
+    gadDrawFocus(window, dc, middle);
 }
 
 } // namespace

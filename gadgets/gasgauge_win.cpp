@@ -13,6 +13,7 @@
 #include "gadget_win.h"
 #include "gadprocs_win.h"
 #include "qverror.h"
+#include "simplegad_win.h"
 
 namespace {
 
@@ -106,20 +107,12 @@ LRESULT CALLBACK gadGasGaugeProc(HWND window, UINT message, WPARAM wp, LPARAM lp
     auto *gauge = gadRecord<Gauge>(window);
     if (!gauge)
         return DefWindowProcA(window, message, wp, lp);
+    if (gadPaintMessage(window, message, wp, [window](HDC dc, const RECT &) { paint(window, dc); }))
+        return 0;
 
     switch (message) {
     case WM_DESTROY:
         gadDestroyRecord(window);
-        return 0;
-    case WM_PAINT: {
-        PAINTSTRUCT ps;
-        HDC dc = BeginPaint(window, &ps);
-        paint(window, dc);
-        EndPaint(window, &ps);
-        return 0;
-    }
-    case WM_PRINTCLIENT:
-        paint(window, reinterpret_cast<HDC>(wp));
         return 0;
     case WM_ERASEBKGND:
         return 1; // every pixel is painted

@@ -1,6 +1,7 @@
 /*
  * What the small gadgets share: telling the parent, painting for both
- * WM_PAINT and WM_PRINTCLIENT, the background and the font.
+ * WM_PAINT and WM_PRINTCLIENT, the background and the font, centred text
+ * and the focus rectangle.
  */
 #ifndef QV_GADGETS_SIMPLEGAD_WIN_H
 #define QV_GADGETS_SIMPLEGAD_WIN_H
@@ -36,18 +37,42 @@ inline HFONT gadParentFont(HWND window)
     return font ? font : static_cast<HFONT>(GetStockObject(DEFAULT_GUI_FONT));
 }
 
+/* Draws text (length -1: up to its NUL) centred on one line in rect, in the
+   parent's font and the given colour, over the background already there. */
+inline void gadDrawCentredText(HWND window, HDC dc, const char *text, int length, const RECT &rect, COLORREF colour)
+{
+    HGDIOBJ oldFont = SelectObject(dc, gadParentFont(window));
+    int oldMode = SetBkMode(dc, TRANSPARENT);
+    COLORREF oldColour = SetTextColor(dc, colour);
+    RECT r = rect;
+    DrawTextA(dc, text, length, &r, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
+    SetTextColor(dc, oldColour);
+    SetBkMode(dc, oldMode);
+    SelectObject(dc, oldFont);
+}
+
+/* The focus rectangle just inside rect, while the gadget has the focus. */
+inline void gadDrawFocus(HWND window, HDC dc, const RECT &rect)
+{
+    if (GetFocus() != window)
+        return;
+    RECT focus = rect;
+    InflateRect(&focus, -1, -1);
+    DrawFocusRect(dc, &focus);
+}
+
 /* Answers WM_PAINT (with BeginPaint) and WM_PRINTCLIENT (into the DC given)
    by calling paint(dc, clientRect); true when the message was one of them. */
 template <class Paint> bool gadPaintMessage(HWND window, UINT message, WPARAM wp, Paint paint)
 {
+    if (message != WM_PAINT && message != WM_PRINTCLIENT)
+        return false;
     RECT client;
     GetClientRect(window, &client);
     if (message == WM_PRINTCLIENT) {
         paint(reinterpret_cast<HDC>(wp), client);
         return true;
     }
-    if (message != WM_PAINT)
-        return false;
     PAINTSTRUCT ps;
     HDC dc = BeginPaint(window, &ps);
     if (dc)

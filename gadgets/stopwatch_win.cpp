@@ -50,14 +50,7 @@ void paint(HWND window, HDC dc, const RECT &client)
     gadFillBackground(window, dc, client);
     char text[24];
     int length = GetWindowTextA(window, text, sizeof text);
-    HGDIOBJ oldFont = SelectObject(dc, gadParentFont(window));
-    int oldMode = SetBkMode(dc, TRANSPARENT);
-    COLORREF oldColour = SetTextColor(dc, GetSysColor(COLOR_WINDOWTEXT));
-    RECT r = client;
-    DrawTextA(dc, text, length, &r, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
-    SetTextColor(dc, oldColour);
-    SetBkMode(dc, oldMode);
-    SelectObject(dc, oldFont);
+    gadDrawCentredText(window, dc, text, length, client, GetSysColor(COLOR_WINDOWTEXT));
 }
 
 bool start(HWND window, StopWatch *watch, bool tell)

@@ -68,19 +68,8 @@ void paint(HWND window, HDC dc, const RECT &client)
     char tumblerText[16], shown[64] = "";
     GetWindowTextA(window, tumblerText, sizeof tumblerText);
     OSConvertTumblerTimeStringToHourMinuteString(tumblerText, shown);
-    HGDIOBJ oldFont = SelectObject(dc, gadParentFont(window));
-    int oldMode = SetBkMode(dc, TRANSPARENT);
-    COLORREF oldColour = SetTextColor(dc, GetSysColor(COLOR_WINDOWTEXT));
-    RECT r = client;
-    DrawTextA(dc, shown, -1, &r, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
-    SetTextColor(dc, oldColour);
-    SetBkMode(dc, oldMode);
-    SelectObject(dc, oldFont);
-    if (GetFocus() == window) {
-        RECT focus = client;
-        InflateRect(&focus, -1, -1);
-        DrawFocusRect(dc, &focus);
-    }
+    gadDrawCentredText(window, dc, shown, -1, client, GetSysColor(COLOR_WINDOWTEXT));
+    gadDrawFocus(window, dc, client);
 }
 
 } // namespace

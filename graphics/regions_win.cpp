@@ -59,82 +59,79 @@ template <class Run> void forEachRun(HDC dc, int w, int h, COLORREF colour, bool
     }
 }
 
+/* Selects bitmap into a memory DC and returns build(dc, w, h), the region
+   built from its pixels; a failure on the way is recorded and gives null. */
+template <class Build> HRGN fromBitmap(HBITMAP bitmap, Build build)
+{
+    int w, h;
+    if (!bitmapSize(bitmap, w, h)) {
+        failed(fn(&GetObjectA));
+        return nullptr;
+    }
+    MemoryDC dc(nullptr);
+    if (!dc) {
+        failed(fn(&CreateCompatibleDC));
+        return nullptr;
+    }
+    Selection select(dc.dc, bitmap);
+    if (!select) {
+        failed(fn(&SelectObject));
+        return nullptr;
+    }
+    return build(dc.dc, w, h);
+}
+
 } // namespace
 
 extern "C" {
 
 HRGN QVAPI UICreateBitmapRegion(HBITMAP bitmap, COLORREF colour, BOOL mirror)
 {
-    int w, h;
-    if (!bitmapSize(bitmap, w, h)) {
-        failed(fn(&GetObjectA));
-        return nullptr;
-    }
-    MemoryDC dc(nullptr);
-    if (!dc) {
-        failed(fn(&CreateCompatibleDC));
-        return nullptr;
-    }
-    Selection select(dc.dc, bitmap);
-    if (!select) {
-        failed(fn(&SelectObject));
-        return nullptr;
-    }
-    /* One region from all the runs at once: uniting them one by one costs
-       time quadratic in their number, and gives the same region. */
-    DWORD runs = 0;
-    forEachRun(dc.dc, w, h, colour, mirror != 0, [&](int, int, int) { runs++; });
-    const size_t bytes = sizeof(RGNDATAHEADER) + size_t(runs) * sizeof(RECT);
-    auto *data = static_cast<RGNDATA *>(osLocalAlloc(bytes));
-    if (!data) {
-        OSErrorSetErrorInfo(RV_OutOfLocalMemory, uint32_t(bytes));
-        return nullptr;
-    }
-    RECT *rects = reinterpret_cast<RECT *>(data->Buffer);
-    DWORD n = 0;
-    forEachRun(dc.dc, w, h, colour, mirror != 0, [&](int start, int end, int y) {
-        if (n < runs)
-            rects[n++] = RECT{start, y, end, y + 1};
+    return fromBitmap(bitmap, [&](HDC dc, int w, int h) -> HRGN {
+        /* One region from all the runs at once: uniting them one by one costs
+           time quadratic in their number, and gives the same region. */
+        DWORD runs = 0;
+        forEachRun(dc, w, h, colour, mirror != 0, [&](int, int, int) { runs++; });
+        const size_t bytes = sizeof(RGNDATAHEADER) + size_t(runs) * sizeof(RECT);
+        auto *data = static_cast<RGNDATA *>(osLocalAlloc(bytes));
+        if (!data) {
+            OSErrorSetErrorInfo(RV_OutOfLocalMemory, uint32_t(bytes));
+            return nullptr;
+        }
+        RECT *rects = reinterpret_cast<RECT *>(data->Buffer);
+        DWORD n = 0;
+        forEachRun(dc, w, h, colour, mirror != 0, [&](int start, int end, int y) {
+            if (n < runs)
+                rects[n++] = RECT{start, y, end, y + 1};
+        });
+        data->rdh.dwSize = sizeof(RGNDATAHEADER);
+        data->rdh.iType = RDH_RECTANGLES;
+        data->rdh.nCount = n;
+        data->rdh.nRgnSize = n * sizeof(RECT);
+        data->rdh.rcBound = RECT{0, 0, w, h};
+        HRGN region = ExtCreateRegion(nullptr, DWORD(sizeof(RGNDATAHEADER) + n * sizeof(RECT)), data);
+        osLocalFree(data);
+        if (!region)
+            failed(fn(&ExtCreateRegion));
+        return region;
     });
-    data->rdh.dwSize = sizeof(RGNDATAHEADER);
-    data->rdh.iType = RDH_RECTANGLES;
-    data->rdh.nCount = n;
-    data->rdh.nRgnSize = n * sizeof(RECT);
-    data->rdh.rcBound = RECT{0, 0, w, h};
-    HRGN region = ExtCreateRegion(nullptr, DWORD(sizeof(RGNDATAHEADER) + n * sizeof(RECT)), data);
-    osLocalFree(data);
-    if (!region)
-        failed(fn(&ExtCreateRegion));
-    return region;
 }
 
 HRGN QVAPI UICreateMirroredBitmapRegion(HBITMAP bitmap, COLORREF transparent)
 {
-    int w, h;
-    if (!bitmapSize(bitmap, w, h)) {
-        failed(fn(&GetObjectA));
-        return nullptr;
-    }
-    MemoryDC dc(nullptr);
-    if (!dc) {
-        failed(fn(&CreateCompatibleDC));
-        return nullptr;
-    }
-    Selection select(dc.dc, bitmap);
-    if (!select) {
-        failed(fn(&SelectObject));
-        return nullptr;
-    }
-    if (transparent == 0xFFFFFFFF)
-        transparent = GetPixel(dc.dc, 0, 0);
-    OwnedRegion region(CreateRectRgn(0, 0, 0, 0));
-    if (!region) {
-        failed(fn(&CreateRectRgn));
-        return nullptr;
-    }
-    if (!addSymmetricRows(region.handle, w, h, w, h, [&](int x, int y) { return GetPixel(dc.dc, x, y) != transparent; }))
-        return nullptr;
-    return region.release();
+    return fromBitmap(bitmap, [&](HDC dc, int w, int h) -> HRGN {
+        if (transparent == 0xFFFFFFFF)
+            transparent = GetPixel(dc, 0, 0);
+        OwnedRegion region(CreateRectRgn(0, 0, 0, 0));
+        if (!region) {
+            failed(fn(&CreateRectRgn));
+            return nullptr;
+        }
+        if (!addSymmetricRows(region.handle, w, h, w, h,
+                              [&](int x, int y) { return GetPixel(dc, x, y) != transparent; }))
+            return nullptr;
+        return region.release();
+    });
 }
 
 HRGN QVAPI UICreateRoundRectRegion(int left, int top, int right, int bottom, int ellipseW, int ellipseH)

@@ -21,18 +21,10 @@
 #include "../../error/errorstate.h"
 #include "../../gadgets/dvlistcore.h"
 #include "fake_os.h"
+#include "fuzz_check.h"
 #include "qverror.h"
 
 namespace {
-
-void checkAt(bool condition, int line)
-{
-    if (!condition) {
-        fprintf(stderr, "dvlist_fuzz.cpp:%d: check failed\n", line);
-        abort();
-    }
-}
-#define check(condition) checkAt(condition, __LINE__)
 
 struct Owner {
     DvBox box;

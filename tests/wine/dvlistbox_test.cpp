@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "list_owner.h"
 #include "qviso32.h"
 
 namespace {
@@ -71,34 +72,12 @@ void QVCALLBACK answer(HWND list, uint32_t code, void *record, uint32_t)
     }
 }
 
-LRESULT CALLBACK parentProc(HWND window, UINT message, WPARAM wp, LPARAM lp)
-{
-    if (message == WM_COMMAND && lp)
-        owner.log.push_back("cmd " + std::to_string(HIWORD(wp)));
-    return DefWindowProcA(window, message, wp, lp);
-}
-
-int rowHeight()
-{
-    HDC dc = GetDC(nullptr);
-    TEXTMETRICA tm;
-    GetTextMetricsA(dc, &tm);
-    ReleaseDC(nullptr, dc);
-    return tm.tmHeight + tm.tmInternalLeading;
-}
-
 class DVListBox : public ::testing::Test {
 protected:
     static void SetUpTestSuite()
     {
         ASSERT_EQ(RegisterGadgets(0), 1);
-        WNDCLASSA wc = {};
-        wc.lpfnWndProc = parentProc;
-        wc.hInstance = GetModuleHandleA(nullptr);
-        wc.lpszClassName = "DVListOwner";
-        RegisterClassA(&wc);
-        parent = CreateWindowA("DVListOwner", "owner", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 400, 600, nullptr,
-                               nullptr, wc.hInstance, nullptr);
+        parent = makeListOwner("DVListOwner", &owner.log);
     }
     static void TearDownTestSuite()
     {
@@ -112,7 +91,7 @@ protected:
         owner = Owner{};
         for (size_t i = 0; i < items; i++)
             owner.keys.push_back(static_cast<uint32_t>(100 + 10 * i));
-        list = CreateWindowA("QvDVListBox", "", WS_CHILD | WS_VISIBLE | style, 0, 0, 200, 10 * rowHeight(), parent,
+        list = CreateWindowA("QvDVListBox", "", WS_CHILD | WS_VISIBLE | style, 0, 0, 200, 10 * listRowHeight(), parent,
                              reinterpret_cast<HMENU>(9), nullptr, nullptr);
         ASSERT_TRUE(list);
         ASSERT_TRUE(DVListBox_Initialize(list, 0xFFFFFFFFu, 100, 30, 4, answer, 0));

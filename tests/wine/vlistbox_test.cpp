@@ -13,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include "list_owner.h"
 #include "qviso32.h"
 
 namespace {
@@ -83,34 +84,12 @@ void QVCALLBACK answer(HWND list, uint32_t code, void *record, uint32_t)
     }
 }
 
-LRESULT CALLBACK parentProc(HWND window, UINT message, WPARAM wp, LPARAM lp)
-{
-    if (message == WM_COMMAND && lp)
-        owner.log.push_back(format("cmd %ld", HIWORD(wp)));
-    return DefWindowProcA(window, message, wp, lp);
-}
-
-int rowHeight()
-{
-    HDC dc = GetDC(nullptr);
-    TEXTMETRICA tm;
-    GetTextMetricsA(dc, &tm);
-    ReleaseDC(nullptr, dc);
-    return tm.tmHeight + tm.tmInternalLeading;
-}
-
 class VListBox : public ::testing::Test {
 protected:
     static void SetUpTestSuite()
     {
         ASSERT_EQ(RegisterGadgets(0), 1);
-        WNDCLASSA wc = {};
-        wc.lpfnWndProc = parentProc;
-        wc.hInstance = GetModuleHandleA(nullptr);
-        wc.lpszClassName = "VListOwner";
-        RegisterClassA(&wc);
-        parent = CreateWindowA("VListOwner", "owner", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 400, 600, nullptr,
-                               nullptr, wc.hInstance, nullptr);
+        parent = makeListOwner("VListOwner", &owner.log);
     }
     static void TearDownTestSuite()
     {
@@ -118,7 +97,7 @@ protected:
         UnRegisterGadgets();
     }
     HWND list = nullptr;
-    int height = rowHeight();
+    int height = listRowHeight();
 
     /* A list of `rows` visible rows over the model, its start logged away. */
     void make(DWORD style, uint32_t count = 1000, uint32_t rows = 10)
