@@ -141,8 +141,9 @@ TEST_F(Files, LockingFailuresAreRecorded)
     for (const Case &c : cases) {
         EXPECT_EQ(OSLocking(c.handle, 0, c.length, c.unlock, "lockfail.dat", "OTHER"), 0) << c.what;
         EXPECT_EQ(OSErrorGetErrorValue(), c.recorded) << c.what;
-        if (c.osError)
+        if (c.osError) {
             EXPECT_EQ(OSErrorGetErrorInfo()->OSError, c.osError) << c.what;
+        }
         OSErrorClearError();
     }
 }
@@ -206,9 +207,10 @@ TEST_F(Files, CopiesTheAskedSizeFromTheStartWithTheStamps)
         std::vector<uint8_t> copied = readAll(to.handle);
         ASSERT_EQ(copied.size(), c.resultLength) << c.size;
         EXPECT_EQ(memcmp(copied.data(), source.data(), c.sourceBytes), 0) << c.size;
-        if (c.resultLength > c.sourceBytes && c.size < source.size())
+        if (c.resultLength > c.sourceBytes && c.size < source.size()) {
             EXPECT_EQ(memcmp(copied.data() + c.sourceBytes, old.data() + c.sourceBytes, c.resultLength - c.sourceBytes),
                       0) << c.size;
+        }
     }
     EXPECT_EQ(OSErrorGetErrorValue(), RV_Success);
 }
