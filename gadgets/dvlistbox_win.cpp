@@ -294,11 +294,9 @@ extern "C" LRESULT QVAPI DVListBox_WndProc(HWND window, UINT message, WPARAM wp,
         if (!w)
             return -1;
         dvCreate(&w->box, window, static_cast<uint32_t>(GetWindowLongA(window, GWL_STYLE)));
-        w->view.itemHeight = 1;
-        w->view.ownerDraw = (w->box.style & VLS_OWNERDRAW) != 0;
         w->redraw = w->updates = true;
         bindView(w);
-        vpMeasure(window, &w->view);
+        vsCreate(window, &w->view, w->box.style);
         return 0;
     }
     DvWindow *w = record(window);

@@ -237,10 +237,8 @@ LRESULT CALLBACK gadVListBoxProc(HWND window, UINT message, WPARAM wp, LPARAM lp
         if (!w)
             return -1;
         vlCreate(&w->box, window, static_cast<uint32_t>(GetWindowLongA(window, GWL_STYLE)));
-        w->view.itemHeight = 1;
-        w->view.ownerDraw = (w->box.style & VLS_OWNERDRAW) != 0;
         bindView(w);
-        vpMeasure(window, &w->view);
+        vsCreate(window, &w->view, w->box.style);
         return 0;
     }
     VlWindow *w = record(window);

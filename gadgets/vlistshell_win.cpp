@@ -13,6 +13,13 @@ constexpr UINT_PTR AutoScrollTimer = 29;
 
 } // namespace
 
+void vsCreate(HWND window, VlView *view, uint32_t style)
+{
+    view->itemHeight = 1;
+    view->ownerDraw = (style & VLS_OWNERDRAW) != 0;
+    vpMeasure(window, view);
+}
+
 void vsNotifyParent(HWND window, UINT code)
 {
     SendMessageA(GetParent(window), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(window), code),

@@ -18,6 +18,8 @@ struct VlShell {
     bool scrolling;       /* rows arriving now are drawn with the whole scroll */
 };
 
+/* Sets the view up for a new window with `style` and measures its rows. */
+void vsCreate(HWND window, VlView *view, uint32_t style);
 /* WM_COMMAND to the parent with the control's id. */
 void vsNotifyParent(HWND window, UINT code);
 /* The owner's callback, when there is one. */
