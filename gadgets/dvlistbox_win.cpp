@@ -1,28 +1,26 @@
 /*
  * The dynamic virtual list box window (class QvDVListBox, procedure
  * DVListBox_WndProc) and its DVListBox_ exports.  A thin shell over
- * dvlistcore.cpp, painted by vlistpaint_win.cpp; its messages, keys and
- * mouse work as the plain virtual list box's, except that the window text is
- * not synchronised and WM_SETREDRAW can hold updates back.
+ * dvlistcore.cpp, painted by vlistpaint_win.cpp, with the window behaviour
+ * both list boxes share in vlistshell_win.cpp; its messages, keys and mouse
+ * work as the plain virtual list box's, except that the window text is not
+ * synchronised and WM_SETREDRAW can hold updates back.
  */
 #include <string.h>
 #include <windowsx.h>
 
 #include "dvlistcore.h"
 #include "gadget_win.h"
-#include "vlistpaint_win.h"
+#include "vlistshell_win.h"
 
 namespace {
-
-constexpr UINT_PTR AutoScrollTimer = 29;
 
 struct DvWindow {
     DvBox box;
     VlView view;
-    bool tracking, timer, inSize, inRange;
+    VlShell shell;
     bool redraw;  /* WM_SETREDRAW */
     bool updates; /* cleared while an operation is half done */
-    bool scrolling; /* rows arriving now are drawn with the whole scroll */
 };
 
 DvWindow *record(HWND window) { return gadRecord<DvWindow>(window); }
@@ -62,9 +60,9 @@ void bindView(DvWindow *w)
    thumb sits mid-way so both directions stay open. */
 void updateScrollBar(HWND window, DvWindow *w)
 {
-    if (w->inRange)
+    if (w->shell.inRange)
         return;
-    w->inRange = true;
+    w->shell.inRange = true;
     const DvBox &box = w->box;
     int64_t extent = dvExtent(&box);
     int64_t span = extent - box.visible;
@@ -74,7 +72,7 @@ void updateScrollBar(HWND window, DvWindow *w)
                                              : static_cast<int>((top > span ? span : top) * 32000 / span);
     SetScrollRange(window, SB_VERT, 0, max, FALSE);
     SetScrollPos(window, SB_VERT, pos, allowed(w));
-    w->inRange = false;
+    w->shell.inRange = false;
 }
 
 void redrawAll(HWND window, DvWindow *w)
@@ -99,9 +97,9 @@ void scrollTo(HWND window, DvWindow *w, int32_t top, int step)
     if (allowed(w))
         UpdateWindow(window);
     int32_t old = w->box.top;
-    w->scrolling = true;
+    w->shell.scrolling = true;
     dvScrollTo(&w->box, top);
-    w->scrolling = false;
+    w->shell.scrolling = false;
     bindView(w);
     if (allowed(w))
         vpScroll(window, &w->view, static_cast<uint32_t>(old), step);
@@ -117,59 +115,31 @@ void jumped(HWND window, DvWindow *w)
     redrawAll(window, w);
 }
 
-void notifyParent(HWND window, UINT code)
-{
-    SendMessageA(GetParent(window), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(window), code),
-                 reinterpret_cast<LPARAM>(window));
-}
-
 void notifyOwner(const DvWindow *w, uint32_t code, void *record)
 {
     if (w->box.callback)
         w->box.callback(w->box.window, code, record, w->box.user);
 }
 
-void selectionMoved(DvWindow *w)
-{
-    if (w->box.style & VLS_NOTIFY) {
-        VLBSelChange change = {0};
-        notifyOwner(w, VLBC_SELCHANGE, &change);
-    }
-}
-
 void resize(HWND window, DvWindow *w)
 {
-    if (w->inSize)
+    if (w->shell.inSize)
         return;
-    w->inSize = true;
+    w->shell.inSize = true;
     bindView(w);
-    vpMeasure(window, &w->view);
-    RECT client;
-    GetClientRect(window, &client);
-    int height = w->view.itemHeight;
-    uint32_t visible = client.bottom > 0 ? static_cast<uint32_t>(client.bottom / height) : 0;
-    int spare = client.bottom - static_cast<int>(visible) * height;
-    if (visible && spare) {
-        RECT outer;
-        GetWindowRect(window, &outer);
-        SetWindowPos(window, nullptr, 0, 0, outer.right - outer.left, outer.bottom - outer.top - spare,
-                     SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-    }
-    dvSetVisible(&w->box, visible);
+    dvSetVisible(&w->box, vsFitRows(window, &w->view));
     if (w->box.callback)
         dvScrollTo(&w->box, w->box.top);
     updateScrollBar(window, w);
     bindView(w);
     vpMakeImage(window, &w->view);
     redrawAll(window, w);
-    w->inSize = false;
+    w->shell.inSize = false;
 }
 
 int32_t rowAt(const DvWindow *w, int y)
 {
-    int height = w->view.itemHeight;
-    int row = y >= 0 ? y / height : -((-y + height - 1) / height);
-    int64_t index = int64_t(w->box.top) + row;
+    int64_t index = int64_t(w->box.top) + vsRowOffset(&w->view, y);
     if (w->box.bounds & DVB_FIRSTKNOWN && index < 0)
         index = 0;
     return static_cast<int32_t>(index);
@@ -189,7 +159,7 @@ void press(HWND window, DvWindow *w, LPARAM lp, WPARAM keys)
     if (!dvCached(&w->box, index) && (w->box.count != VL_NONE && (index < 0 || uint32_t(index) >= w->box.count)))
         return;
     SetCapture(window);
-    w->tracking = true;
+    w->shell.tracking = true;
     dvPoint(&w->box, index, false, (keys & MK_SHIFT) != 0, (keys & MK_CONTROL) != 0);
     SetFocus(window);
     redrawAll(window, w);
@@ -198,27 +168,13 @@ void press(HWND window, DvWindow *w, LPARAM lp, WPARAM keys)
 void drag(HWND window, DvWindow *w, LPARAM lp)
 {
     int y = GET_Y_LPARAM(lp);
-    int bottom = static_cast<int>(w->box.visible) * w->view.itemHeight;
-    if ((y < 0 || y >= bottom) && !w->timer)
-        w->timer = SetTimer(window, AutoScrollTimer, 1, nullptr) != 0;
+    bindView(w);
+    vsFollowPointer(window, &w->view, &w->shell, y);
     int32_t index = rowAt(w, y);
     if (!dvPoint(&w->box, index, true, false, false))
         return;
     bringIntoView(window, w, w->box.caret.index, 1);
     redrawAll(window, w);
-}
-
-void release(HWND window, DvWindow *w)
-{
-    if (!w->tracking)
-        return;
-    w->tracking = false;
-    ReleaseCapture();
-    selectionMoved(w);
-    notifyParent(window, VLBN_RELEASED);
-    if (w->timer)
-        KillTimer(window, AutoScrollTimer);
-    w->timer = false;
 }
 
 void key(HWND window, DvWindow *w, WPARAM vk)
@@ -228,8 +184,8 @@ void key(HWND window, DvWindow *w, WPARAM vk)
     bool shift = (GetKeyState(VK_SHIFT) & 0x8000) != 0;
     if (!dvKey(&w->box, static_cast<uint32_t>(vk), shift, &top, &fine, &jump))
         return;
-    selectionMoved(w);
-    notifyParent(window, VLBN_SELCHANGE);
+    bindView(w);
+    vsSelectionMoved(window, &w->view, w->box.style, VLBN_SELCHANGE);
     if (top != w->box.top) {
         scrollTo(window, w, top, fine ? 1 : w->view.itemHeight);
         if (jump)
@@ -325,9 +281,7 @@ void destroy(HWND window, DvWindow *w)
 {
     dvRelease(&w->box);
     notifyOwner(w, VLBC_DESTROY, nullptr);
-    vpFreeImage(&w->view);
-    if (w->timer)
-        KillTimer(window, AutoScrollTimer);
+    vsDestroy(window, &w->view, &w->shell);
     gadDestroyRecord(window);
 }
 
@@ -340,16 +294,18 @@ extern "C" LRESULT QVAPI DVListBox_WndProc(HWND window, UINT message, WPARAM wp,
         if (!w)
             return -1;
         dvCreate(&w->box, window, static_cast<uint32_t>(GetWindowLongA(window, GWL_STYLE)));
-        w->view.itemHeight = 1;
-        w->view.ownerDraw = (w->box.style & VLS_OWNERDRAW) != 0;
         w->redraw = w->updates = true;
         bindView(w);
-        vpMeasure(window, &w->view);
+        vsCreate(window, &w->view, w->box.style);
         return 0;
     }
     DvWindow *w = record(window);
     if (!w)
         return DefWindowProcA(window, message, wp, lp);
+    bindView(w);
+    LRESULT result;
+    if (vsMessage(window, &w->view, &w->shell, w->box.style, message, wp, lp, &result))
+        return result;
     switch (message) {
     case WM_DESTROY: destroy(window, w); return 0;
     case WM_SIZE: resize(window, w); return 0;
@@ -359,48 +315,19 @@ extern "C" LRESULT QVAPI DVListBox_WndProc(HWND window, UINT message, WPARAM wp,
             redrawAll(window, w);
         return 0;
     case WM_SETFOCUS:
-    case WM_KILLFOCUS: {
-        bool gained = message == WM_SETFOCUS;
-        w->view.focus = gained;
-        notifyParent(window, gained ? VLBN_SETFOCUS : VLBN_KILLFOCUS);
-        VLBWindow other = {reinterpret_cast<HWND>(wp)};
-        notifyOwner(w, gained ? VLBC_SETFOCUS : VLBC_KILLFOCUS, &other);
+    case WM_KILLFOCUS:
+        vsFocus(window, &w->view, message == WM_SETFOCUS, reinterpret_cast<HWND>(wp));
         if (w->box.caret.set)
             redrawItem(window, w, w->box.caret.index);
         return 0;
-    }
-    case WM_PAINT: {
-        PAINTSTRUCT paint;
-        HDC dc = BeginPaint(window, &paint);
-        bindView(w);
-        vpPaint(window, &w->view, dc);
-        EndPaint(window, &paint);
-        return 0;
-    }
     case WM_SETFONT:
         w->view.font = reinterpret_cast<HFONT>(wp);
         resize(window, w);
         return 0;
-    case WM_GETFONT: return reinterpret_cast<LRESULT>(w->view.font);
-    case WM_GETDLGCODE: return DLGC_WANTARROWS | DLGC_WANTCHARS;
     case WM_KEYDOWN: key(window, w, wp); return 0;
-    case WM_CHAR:
-        if (w->box.style & VLS_WANTCHARS) {
-            VLBChar typed = {static_cast<uint32_t>(wp & 0xFF), LOWORD(lp)};
-            notifyOwner(w, VLBC_CHAR, &typed);
-        }
-        return 0;
-    case WM_TIMER:
-        if (wp == AutoScrollTimer && w->tracking) {
-            POINT at;
-            GetCursorPos(&at);
-            ScreenToClient(window, &at);
-            SendMessageA(window, WM_MOUSEMOVE, 0, MAKELPARAM(at.x, at.y));
-        }
-        return 0;
     case WM_VSCROLL: vscroll(window, w, wp); return 0;
     case WM_MOUSEMOVE:
-        if (w->tracking)
+        if (w->shell.tracking)
             drag(window, w, lp);
         return 0;
     case WM_LBUTTONDOWN: press(window, w, lp, wp); return 0;
@@ -411,7 +338,6 @@ extern "C" LRESULT QVAPI DVListBox_WndProc(HWND window, UINT message, WPARAM wp,
             notifyOwner(w, VLBC_DBLCLK, &at);
         }
         return 0;
-    case WM_LBUTTONUP: release(window, w); return 0;
     default: return DefWindowProcA(window, message, wp, lp);
     }
 }
@@ -441,7 +367,7 @@ static BOOL add(HWND window, int32_t index, const void *ref, const char *text, u
         return FALSE;
     if (w->box.count == VL_NONE)
         updateScrollBar(window, w);
-    if (!w->scrolling && !w->box.filling)
+    if (!w->shell.scrolling && !w->box.filling)
         redrawItem(window, w, index);
     return TRUE;
 }

@@ -11,7 +11,8 @@ list(APPEND QV_WINDOWS_SOURCES gadgets/timebar_win.cpp gadgets/timetracker_win.c
 list(APPEND QV_WINDOWS_SOURCES gadgets/qvlistbox_win.cpp)
 # the virtual list boxes: portable engines, windows and painting over them
 list(APPEND QV_PORTABLE_SOURCES gadgets/vlistcore.cpp gadgets/dvlistcore.cpp)
-list(APPEND QV_WINDOWS_SOURCES gadgets/vlistbox_win.cpp gadgets/dvlistbox_win.cpp gadgets/vlistpaint_win.cpp)
+list(APPEND QV_WINDOWS_SOURCES gadgets/vlistbox_win.cpp gadgets/dvlistbox_win.cpp gadgets/vlistpaint_win.cpp
+     gadgets/vlistshell_win.cpp)
 # the colour picker's palette and names
 list(APPEND QV_PORTABLE_SOURCES gadgets/colornames.cpp)
 # the small gadgets, one file each

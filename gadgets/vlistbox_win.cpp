@@ -4,7 +4,8 @@
  * selected or shown is decided by the engine in vlistcore.cpp; this file
  * measures, paints (through an off-screen image of the client area when one
  * could be made), scrolls smoothly, and turns mouse and keyboard input into
- * engine calls and notifications.
+ * engine calls and notifications.  What does not depend on the engine is
+ * shared with the dynamic list box in vlistpaint_win.cpp and vlistshell_win.cpp.
  */
 #include <string.h>
 #include <windowsx.h>
@@ -14,18 +15,15 @@
 #include "gadprocs_win.h"
 #include "qverror.h"
 #include "vlistcore.h"
-#include "vlistpaint_win.h"
+#include "vlistshell_win.h"
 
 namespace {
-
-constexpr UINT_PTR AutoScrollTimer = 29;
 
 struct VlWindow {
     VlBox box;
     VlView view;
-    bool tracking, timer;
-    bool inSize, inRange, inText;
-    bool scrolling; /* rows arriving now are drawn with the whole scroll */
+    VlShell shell;
+    bool inText;
 };
 
 VlWindow *record(HWND window) { return gadRecord<VlWindow>(window); }
@@ -62,14 +60,14 @@ void bindView(VlWindow *w)
 
 void updateScrollBar(HWND window, VlWindow *w)
 {
-    if (w->inRange)
+    if (w->shell.inRange)
         return;
-    w->inRange = true;
+    w->shell.inRange = true;
     bool empty;
     uint32_t max = vlScrollMax(&w->box, &empty);
     SetScrollRange(window, SB_VERT, 0, empty ? 0 : static_cast<int>(max), FALSE);
     SetScrollPos(window, SB_VERT, static_cast<int>(vlScrollPos(&w->box)), TRUE);
-    w->inRange = false;
+    w->shell.inRange = false;
 }
 
 void redrawAll(HWND window, VlWindow *w)
@@ -90,18 +88,12 @@ void scrollTo(HWND window, VlWindow *w, uint32_t top, int step)
 {
     UpdateWindow(window);
     uint32_t old = w->box.top;
-    w->scrolling = true;
+    w->shell.scrolling = true;
     vlScrollTo(&w->box, top);
-    w->scrolling = false;
+    w->shell.scrolling = false;
     bindView(w);
     vpScroll(window, &w->view, old, step);
     updateScrollBar(window, w);
-}
-
-void notifyParent(HWND window, UINT code)
-{
-    SendMessageA(GetParent(window), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(window), code),
-                 reinterpret_cast<LPARAM>(window));
 }
 
 /* The window text follows the single selection, through the owner. */
@@ -120,53 +112,24 @@ void syncText(HWND window, VlWindow *w)
     w->inText = false;
 }
 
-void selectionMoved(VlWindow *w)
-{
-    if (w->box.style & VLS_NOTIFY) {
-        VLBSelChange change = {0};
-        vlNotify(&w->box, VLBC_SELCHANGE, &change);
-    }
-}
-
-void measure(HWND window, VlWindow *w)
-{
-    bindView(w);
-    vpMeasure(window, &w->view);
-}
-
 void resize(HWND window, VlWindow *w)
 {
-    if (w->inSize)
+    if (w->shell.inSize)
         return;
-    w->inSize = true;
-    measure(window, w);
-    RECT client;
-    GetClientRect(window, &client);
-    int height = w->view.itemHeight;
-    uint32_t visible = client.bottom > 0 ? static_cast<uint32_t>(client.bottom / height) : 0;
-    /* The client height becomes a whole number of rows. */
-    int spare = client.bottom - static_cast<int>(visible) * height;
-    if (visible && spare) {
-        RECT outer;
-        GetWindowRect(window, &outer);
-        SetWindowPos(window, nullptr, 0, 0, outer.right - outer.left, outer.bottom - outer.top - spare,
-                     SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-    }
-    vlSetVisible(&w->box, visible);
+    w->shell.inSize = true;
+    bindView(w);
+    vlSetVisible(&w->box, vsFitRows(window, &w->view));
     vlScrollTo(&w->box, w->box.top);
     bindView(w);
     vpMakeImage(window, &w->view);
     updateScrollBar(window, w);
     redrawAll(window, w);
-    w->inSize = false;
+    w->shell.inSize = false;
 }
 
 uint32_t rowAt(const VlWindow *w, int y)
 {
-    /* floor division: just above the list is the row above the top */
-    int height = w->view.itemHeight;
-    int row = y >= 0 ? y / height : -((-y + height - 1) / height);
-    int64_t index = int64_t(w->box.top) + row;
+    int64_t index = int64_t(w->box.top) + vsRowOffset(&w->view, y);
     return index < 0 ? 0 : static_cast<uint32_t>(index);
 }
 
@@ -176,7 +139,7 @@ void press(HWND window, VlWindow *w, LPARAM lp, WPARAM keys)
     if (w->box.count != VL_NONE && index >= w->box.count)
         return;
     SetCapture(window);
-    w->tracking = true;
+    w->shell.tracking = true;
     vlPoint(&w->box, index, false, (keys & MK_SHIFT) != 0, (keys & MK_CONTROL) != 0);
     SetFocus(window);
     redrawAll(window, w);
@@ -187,10 +150,8 @@ void press(HWND window, VlWindow *w, LPARAM lp, WPARAM keys)
 void drag(HWND window, VlWindow *w, LPARAM lp)
 {
     int y = GET_Y_LPARAM(lp);
-    int bottom = static_cast<int>(w->box.visible) * w->view.itemHeight;
-    bool outside = y < 0 || y >= bottom;
-    if (outside && !w->timer)
-        w->timer = SetTimer(window, AutoScrollTimer, 1, nullptr) != 0;
+    bindView(w);
+    vsFollowPointer(window, &w->view, &w->shell, y);
     uint32_t index = rowAt(w, y);
     uint32_t extent = vlExtent(&w->box);
     if (extent == 0)
@@ -208,19 +169,6 @@ void drag(HWND window, VlWindow *w, LPARAM lp)
         syncText(window, w);
 }
 
-void release(HWND window, VlWindow *w)
-{
-    if (!w->tracking)
-        return;
-    w->tracking = false;
-    ReleaseCapture();
-    selectionMoved(w);
-    notifyParent(window, VLBN_RELEASED);
-    if (w->timer)
-        KillTimer(window, AutoScrollTimer);
-    w->timer = false;
-}
-
 void key(HWND window, VlWindow *w, WPARAM vk)
 {
     uint32_t top;
@@ -230,8 +178,8 @@ void key(HWND window, VlWindow *w, WPARAM vk)
         return;
     if (failed)
         vlNotify(&w->box, VLBC_FAILED, nullptr);
-    selectionMoved(w);
-    notifyParent(window, VLBN_SELCHANGE);
+    bindView(w);
+    vsSelectionMoved(window, &w->view, w->box.style, VLBN_SELCHANGE);
     if (top != w->box.top) {
         scrollTo(window, w, top, fine ? 1 : w->view.itemHeight);
         /* the image is current; rows the scroll left in place still show
@@ -276,9 +224,7 @@ void destroy(HWND window, VlWindow *w)
 {
     vlRelease(&w->box);
     vlNotify(&w->box, VLBC_DESTROY, nullptr);
-    vpFreeImage(&w->view);
-    if (w->timer)
-        KillTimer(window, AutoScrollTimer);
+    vsDestroy(window, &w->view, &w->shell);
     gadDestroyRecord(window);
 }
 
@@ -291,27 +237,25 @@ LRESULT CALLBACK gadVListBoxProc(HWND window, UINT message, WPARAM wp, LPARAM lp
         if (!w)
             return -1;
         vlCreate(&w->box, window, static_cast<uint32_t>(GetWindowLongA(window, GWL_STYLE)));
-        w->view.itemHeight = 1;
-        w->view.ownerDraw = (w->box.style & VLS_OWNERDRAW) != 0;
-        measure(window, w);
+        bindView(w);
+        vsCreate(window, &w->view, w->box.style);
         return 0;
     }
     VlWindow *w = record(window);
     if (!w)
         return DefWindowProcA(window, message, wp, lp);
+    bindView(w);
+    LRESULT result;
+    if (vsMessage(window, &w->view, &w->shell, w->box.style, message, wp, lp, &result))
+        return result;
     switch (message) {
     case WM_DESTROY: destroy(window, w); return 0;
     case WM_SIZE: resize(window, w); return 0;
     case WM_SETFOCUS:
-    case WM_KILLFOCUS: {
-        bool gained = message == WM_SETFOCUS;
-        w->view.focus = gained;
-        notifyParent(window, gained ? VLBN_SETFOCUS : VLBN_KILLFOCUS);
-        VLBWindow other = {reinterpret_cast<HWND>(wp)};
-        vlNotify(&w->box, gained ? VLBC_SETFOCUS : VLBC_KILLFOCUS, &other);
+    case WM_KILLFOCUS:
+        vsFocus(window, &w->view, message == WM_SETFOCUS, reinterpret_cast<HWND>(wp));
         redrawItem(window, w, w->box.caret);
         return 0;
-    }
     case WM_SETTEXT: {
         const char *text = reinterpret_cast<const char *>(lp);
         if (single(w) && !w->inText && text) {
@@ -329,40 +273,16 @@ LRESULT CALLBACK gadVListBoxProc(HWND window, UINT message, WPARAM wp, LPARAM lp
         }
         return DefWindowProcA(window, message, wp, lp);
     }
-    case WM_PAINT: {
-        PAINTSTRUCT paint;
-        HDC dc = BeginPaint(window, &paint);
-        bindView(w);
-        vpPaint(window, &w->view, dc);
-        EndPaint(window, &paint);
-        return 0;
-    }
     case WM_SETFONT:
         w->view.font = reinterpret_cast<HFONT>(wp);
         resize(window, w);
         if (lp)
             redrawAll(window, w);
         return 0;
-    case WM_GETFONT: return reinterpret_cast<LRESULT>(w->view.font);
-    case WM_GETDLGCODE: return DLGC_WANTARROWS | DLGC_WANTCHARS;
     case WM_KEYDOWN: key(window, w, wp); return 0;
-    case WM_CHAR:
-        if (w->box.style & VLS_WANTCHARS) {
-            VLBChar typed = {static_cast<uint32_t>(wp & 0xFF), LOWORD(lp)};
-            vlNotify(&w->box, VLBC_CHAR, &typed);
-        }
-        return 0;
-    case WM_TIMER:
-        if (wp == AutoScrollTimer && w->tracking) {
-            POINT at;
-            GetCursorPos(&at);
-            ScreenToClient(window, &at);
-            SendMessageA(window, WM_MOUSEMOVE, 0, MAKELPARAM(at.x, at.y));
-        }
-        return 0;
     case WM_VSCROLL: vscroll(window, w, wp); return 0;
     case WM_MOUSEMOVE:
-        if (w->tracking)
+        if (w->shell.tracking)
             drag(window, w, lp);
         return 0;
     case WM_LBUTTONDOWN: press(window, w, lp, wp); return 0;
@@ -373,7 +293,6 @@ LRESULT CALLBACK gadVListBoxProc(HWND window, UINT message, WPARAM wp, LPARAM lp
             vlNotify(&w->box, VLBC_DBLCLK, &at);
         }
         return 0;
-    case WM_LBUTTONUP: release(window, w); return 0;
     default: return DefWindowProcA(window, message, wp, lp);
     }
 }
@@ -408,7 +327,7 @@ static BOOL add(HWND window, uint32_t index, const char *text, uint32_t data, bo
         return TRUE;
     if (w->box.count == VL_NONE)
         updateScrollBar(window, w);
-    if (!w->scrolling && !w->box.filling)
+    if (!w->shell.scrolling && !w->box.filling)
         redrawItem(window, w, index);
     return TRUE;
 }
@@ -464,7 +383,7 @@ BOOL QVAPI VListBox_SetCurSel(HWND window, int32_t index)
     UpdateWindow(window);
     if (!w->inText) {
         syncText(window, w);
-        notifyParent(window, VLBN_SELCHANGE);
+        vsNotifyParent(window, VLBN_SELCHANGE);
     }
     return TRUE;
 }
